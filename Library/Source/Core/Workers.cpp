@@ -1,0 +1,35 @@
+#include "Core/Workers.h"
+
+#include <algorithm>
+#include <atomic>
+#include <thread>
+#include <vector>
+
+namespace moxtexture
+{
+
+uint32_t getProcessorCount()
+{
+    return std::max(1u, std::thread::hardware_concurrency());
+}
+
+void runTasks(size_t uiTaskCount, uint32_t uiThreadCount, const std::function<void(size_t)>& task)
+{
+    std::atomic<size_t> uiNext{0};
+    const auto work = [&]
+    {
+        for (size_t i = uiNext++; i < uiTaskCount; i = uiNext++)
+            task(i);
+    };
+
+    const size_t uiHelperCount = std::min<size_t>(std::max(1u, uiThreadCount), uiTaskCount) - (uiTaskCount > 0 ? 1 : 0);
+    std::vector<std::thread> helpers;
+    helpers.reserve(uiHelperCount);
+    for (size_t i = 0; i < uiHelperCount; ++i)
+        helpers.emplace_back(work);
+    work();
+    for (std::thread& helper : helpers)
+        helper.join();
+}
+
+} // namespace moxtexture
