@@ -105,10 +105,15 @@ function(halvane_fuzz_target stem)
     endforeach()
     target_link_libraries(${program} PRIVATE ${arg_LINK})
     target_link_options(${program} PRIVATE -fsanitize=fuzzer)
+    if(NOT TARGET fuzz-targets)
+        add_custom_target(fuzz-targets)
+    endif()
+    add_dependencies(fuzz-targets ${program})
     # The corpus in the source tree is read only: what a short run finds goes into the build folder.
     set(found ${CMAKE_BINARY_DIR}/corpus/${program})
     file(MAKE_DIRECTORY ${found})
     add_test(NAME Fuzz.${program}
              COMMAND ${program} -runs=${arg_RUNS} -seed=1 -timeout=10 -rss_limit_mb=3000 -max_len=65536 -print_final_stats=1
                      ${found} ${arg_CORPUS})
+    set_tests_properties(Fuzz.${program} PROPERTIES LABELS fuzz)
 endfunction()
