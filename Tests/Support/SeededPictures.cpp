@@ -41,7 +41,7 @@ private:
 };
 
 /// Letters of five by seven dots, a row of bits each.
-constexpr std::array<std::array<uint8_t, 7>, 8> k_aLetters = {{
+constexpr std::array<std::array<uint8_t, 7>, 7> k_aLetters = {{
     {0x11, 0x11, 0x11, 0x1F, 0x11, 0x11, 0x11}, // H
     {0x0E, 0x11, 0x11, 0x1F, 0x11, 0x11, 0x11}, // A
     {0x10, 0x10, 0x10, 0x10, 0x10, 0x10, 0x1F}, // L
@@ -49,16 +49,21 @@ constexpr std::array<std::array<uint8_t, 7>, 8> k_aLetters = {{
     {0x0E, 0x11, 0x11, 0x1F, 0x11, 0x11, 0x11}, // A
     {0x11, 0x19, 0x15, 0x13, 0x11, 0x11, 0x11}, // N
     {0x1F, 0x10, 0x10, 0x1E, 0x10, 0x10, 0x1F}, // E
-    {0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00},
 }};
 
+/// @param x, y  within a field of 64 by 64; the word stands in it six times, one below the other
 bool isLetterDot(uint32_t x, uint32_t y)
 {
-    const uint32_t uiColumn = x % 6;
-    const uint32_t uiRow = y % 9;
-    if (uiColumn >= 5 || uiRow >= 7)
+    constexpr uint32_t uiLeft = 11;
+    constexpr uint32_t uiTop = 5;
+    if (x < uiLeft || y < uiTop || y >= uiTop + 6 * 9)
         return false;
-    return ((k_aLetters[(x / 6) % k_aLetters.size()][uiRow] >> (4 - uiColumn)) & 1) != 0;
+    const uint32_t uiLetter = (x - uiLeft) / 6;
+    const uint32_t uiColumn = (x - uiLeft) % 6;
+    const uint32_t uiRow = (y - uiTop) % 9;
+    if (uiLetter >= k_aLetters.size() || uiColumn >= 5 || uiRow >= 7)
+        return false;
+    return ((k_aLetters[uiLetter][uiRow] >> (4 - uiColumn)) & 1) != 0;
 }
 
 uint8_t toByte(int iValue)
@@ -122,7 +127,7 @@ std::vector<uint8_t> makePicture(uint32_t uiWidth, uint32_t uiHeight, uint64_t u
                 iBlue = 255 - iRed;
                 iAlpha = static_cast<int>((x & 63) * 2 + (y & 63) * 2);
             }
-            else if (uiTileX == 2 && uiTileY == 0 && isLetterDot(x, y))
+            else if (uiTileX == 2 && uiTileY == 0 && isLetterDot(x & 63, y & 63))
             {
                 iRed = iGreen = iBlue = 12;
             }
