@@ -1,0 +1,62 @@
+#include "Composition/SavePadding.h"
+
+#include <gtest/gtest.h>
+
+using namespace moxtexture;
+
+namespace
+{
+
+uint32_t paddingOf(const CMOXTextureHeader& header)
+{
+    const auto* pBlocks = header.getMetaData().find(CMOXTextureHeader::k_ui32NativeFourCC);
+    const MetaDataBlock* pBlock = pBlocks != nullptr ? pBlocks->find(eMetaDataPadding) : nullptr;
+    return pBlock != nullptr ? pBlock->u32DataSize : 0;
+}
+
+} // namespace
+
+TEST(SavePadding, PutsTheDataOnAMultiple)
+{
+    for (const uint32_t uiAlignment : {2u, 3u, 4u, 8u, 16u, 64u, 1000u, 4096u})
+    {
+        CMOXTextureHeader header;
+        header.setOrientation(2); // 15 bytes of metadata
+        setSavePadding(header, uiAlignment);
+        EXPECT_EQ(0u, (52 + header.getMetaDataSize()) % uiAlignment) << uiAlignment;
+        EXPECT_NE(0u, paddingOf(header)) << uiAlignment;
+        EXPECT_EQ(15 + 12 + paddingOf(header), header.getMetaDataSize()) << uiAlignment;
+    }
+}
+
+TEST(SavePadding, NothingMissingIsAWholeStep)
+{
+    // 52 + 12 = 64 bytes without any padding: a multiple of 4 already.
+    CMOXTextureHeader header;
+    setSavePadding(header, 4);
+    EXPECT_EQ(4u, paddingOf(header));
+    EXPECT_EQ(16u, header.getMetaDataSize());
+}
+
+TEST(SavePadding, OfZeroAndOneAddsNothing)
+{
+    for (const uint32_t uiAlignment : {0u, 1u})
+    {
+        CMOXTextureHeader header;
+        setSavePadding(header, uiAlignment);
+        EXPECT_EQ(0u, header.getMetaDataSize());
+    }
+}
+
+TEST(SavePadding, ASecondTimeReplacesTheFirst)
+{
+    CMOXTextureHeader header;
+    header.setBorder(1, 1, 1);
+    setSavePadding(header, 32);
+    const uint32_t uiFirst = header.getMetaDataSize();
+    setSavePadding(header, 32);
+    EXPECT_EQ(uiFirst, header.getMetaDataSize());
+    EXPECT_EQ(header.sumMetaDataSize(), header.getMetaDataSize());
+    setSavePadding(header, 2);
+    EXPECT_EQ(24u + 12 + 2, header.getMetaDataSize()); // 52 + 24 + 12 = 88 is even: one step of 2
+}
