@@ -1,0 +1,57 @@
+#pragma once
+
+#include <cstdint>
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace moxtexture
+{
+
+/// An open file, closed with its owner. Paths are bytes, UTF-8 from the program, and go to the system as they are.
+class CFileHandle
+{
+public:
+    CFileHandle() = default;
+
+    /// Opens a regular file for reading in binary mode. Anything else (a folder, a pipe, a device) counts as not to be opened:
+    /// whoever reads a file here needs its size and seeks in it. Never waits, not even for a pipe without a writer.
+    [[nodiscard]] static CFileHandle openForReading(const std::string& strPath);
+
+    /// Opens a file for writing in binary mode; an earlier one is emptied.
+    [[nodiscard]] static CFileHandle openForWriting(const std::string& strPath);
+
+    [[nodiscard]] bool isOpen() const { return m_pFile != nullptr; }
+    [[nodiscard]] std::FILE* get() const { return m_pFile.get(); }
+
+    /// Closes the file, which writes what is still kept back.
+    /// @return false if that, or any write before it, failed
+    [[nodiscard]] bool close();
+
+private:
+    struct Close
+    {
+        void operator()(std::FILE* pFile) const { std::fclose(pFile); }
+    };
+
+    explicit CFileHandle(std::FILE* pFile) : m_pFile(pFile) {}
+
+    std::unique_ptr<std::FILE, Close> m_pFile;
+};
+
+/// True if the path leads to something that may be opened for reading, be it a file or not.
+[[nodiscard]] bool canOpenForReading(const std::string& strPath);
+
+/// True if the path, links followed, leads to a regular file.
+[[nodiscard]] bool isRegularFile(const std::string& strPath);
+
+/// Bytes of an open file. The file stands at its start then.
+/// @return false for what has no end to seek to
+[[nodiscard]] bool getFileSize(std::FILE* pFile, uint64_t& ui64Size);
+
+/// All bytes of an open file, whatever its position.
+/// @return false, with an empty vector, if the file delivers less than its size
+[[nodiscard]] bool readWholeFile(std::FILE* pFile, std::vector<uint8_t>& bytes);
+
+} // namespace moxtexture

@@ -1,0 +1,166 @@
+#include "Core/FileHandle.h"
+
+#include <filesystem>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <gtest/gtest.h>
+
+#include "Support/TemporaryFolder.h"
+
+using namespace moxtexture;
+using testsupport::CTemporaryFolder;
+
+TEST(FileHandle, OpensARegularFileForReading)
+{
+    const CTemporaryFolder folder;
+    const CFileHandle file = CFileHandle::openForReading(folder.write("a", "four"));
+    ASSERT_TRUE(file.isOpen());
+    char acText[5] = {};
+    EXPECT_EQ(4u, std::fread(acText, 1, 4, file.get()));
+    EXPECT_STREQ("four", acText);
+}
+
+TEST(FileHandle, AMissingFileAFolderAndADeviceAreNotToBeRead)
+{
+    const CTemporaryFolder folder;
+    EXPECT_FALSE(CFileHandle::openForReading(folder.path("missing")).isOpen());
+    EXPECT_FALSE(CFileHandle::openForReading("").isOpen());
+    EXPECT_FALSE(CFileHandle::openForReading(folder.path()).isOpen());
+    EXPECT_FALSE(CFileHandle::openForReading("/dev/zero").isOpen());
+}
+
+TEST(FileHandle, APipeWithoutAWriterIsRefusedAndNotWaitedFor)
+{
+    const CTemporaryFolder folder;
+    ASSERT_EQ(0, ::mkfifo(folder.path("pipe").c_str(), 0600));
+    EXPECT_FALSE(CFileHandle::openForReading(folder.path("pipe")).isOpen());
+    EXPECT_TRUE(canOpenForReading(folder.path("pipe")));
+    EXPECT_FALSE(isRegularFile(folder.path("pipe")));
+}
+
+TEST(FileHandle, NamesAreBytesThatGoToTheSystemAsTheyAre)
+{
+    const CTemporaryFolder folder;
+    for (const char* strName : {"Tür \xE6\x96\x87 \xF0\x9F\x96\xBC.mox", "not UTF-8 \xFF\xFE", "a\nb"})
+    {
+        CFileHandle file = CFileHandle::openForWriting(folder.path(strName));
+        ASSERT_TRUE(file.isOpen());
+        EXPECT_TRUE(file.close());
+        EXPECT_TRUE(std::filesystem::exists(folder.path(strName)));
+        EXPECT_TRUE(CFileHandle::openForReading(folder.path(strName)).isOpen());
+    }
+}
+
+TEST(FileHandle, OpeningForWritingEmptiesAnEarlierFile)
+{
+    const CTemporaryFolder folder;
+    CFileHandle file = CFileHandle::openForWriting(folder.write("a", "earlier"));
+    ASSERT_TRUE(file.isOpen());
+    EXPECT_EQ(3u, std::fwrite("new", 1, 3, file.get()));
+    EXPECT_TRUE(file.close());
+    EXPECT_FALSE(file.isOpen());
+    EXPECT_EQ("new", testsupport::readText(folder.path("a")));
+}
+
+TEST(FileHandle, CloseTellsOfWhatCouldNotBeWritten)
+{
+    CFileHandle file = CFileHandle::openForWriting("/dev/full");
+    ASSERT_TRUE(file.isOpen());
+    EXPECT_EQ(3u, std::fwrite("abc", 1, 3, file.get())); // kept back until the file is closed
+    EXPECT_FALSE(file.close());
+}
+
+TEST(FileHandle, CloseRemembersAFailureBeforeTheLastWrite)
+{
+    const CTemporaryFolder folder;
+    CFileHandle file = CFileHandle::openForReading(folder.write("a", "x"));
+    ASSERT_TRUE(file.isOpen());
+    EXPECT_EQ(EOF, std::fputc('y', file.get()));
+    EXPECT_FALSE(file.close());
+}
+
+TEST(FileHandle, ClosingWhatIsNotOpenFails)
+{
+    EXPECT_FALSE(CFileHandle().close());
+}
+
+TEST(FileHandle, OnlyAFileIsARegularFileAlsoThroughALink)
+{
+    const CTemporaryFolder folder;
+    std::filesystem::create_symlink(folder.write("a", "x"), folder.path("link"));
+    EXPECT_TRUE(isRegularFile(folder.path("link")));
+    EXPECT_FALSE(isRegularFile(folder.path()));
+    EXPECT_FALSE(isRegularFile(folder.path("missing")));
+    EXPECT_FALSE(isRegularFile("/dev/null"));
+}
+
+TEST(FileHandle, AFolderCanBeOpenedThoughThereIsNothingToRead)
+{
+    const CTemporaryFolder folder;
+    EXPECT_TRUE(canOpenForReading(folder.path()));
+    EXPECT_FALSE(canOpenForReading(folder.path("missing")));
+    EXPECT_FALSE(canOpenForReading(""));
+}
+
+TEST(FileSize, IsTheBytesOfTheFileAndLeavesItAtItsStart)
+{
+    const CTemporaryFolder folder;
+    const CFileHandle file = CFileHandle::openForReading(folder.write("a", "12345"));
+    ASSERT_TRUE(file.isOpen());
+    EXPECT_EQ('1', std::fgetc(file.get()));
+    uint64_t ui64Size = 0;
+    ASSERT_TRUE(getFileSize(file.get(), ui64Size));
+    EXPECT_EQ(5u, ui64Size);
+    EXPECT_EQ('1', std::fgetc(file.get()));
+}
+
+TEST(FileSize, IsNotToBeHadOfAPipe)
+{
+    int aiEnds[2];
+    ASSERT_EQ(0, ::pipe(aiEnds));
+    std::FILE* pFile = ::fdopen(aiEnds[0], "rb");
+    ASSERT_NE(nullptr, pFile);
+    uint64_t ui64Size = 0;
+    EXPECT_FALSE(getFileSize(pFile, ui64Size));
+    std::vector<uint8_t> bytes(1);
+    EXPECT_FALSE(readWholeFile(pFile, bytes));
+    EXPECT_TRUE(bytes.empty());
+    std::fclose(pFile);
+    ::close(aiEnds[1]);
+}
+
+TEST(ReadWholeFile, GivesAllBytesWhateverThePosition)
+{
+    const CTemporaryFolder folder;
+    const CFileHandle file = CFileHandle::openForReading(folder.write("a", std::vector<uint8_t>{1, 0, 255}));
+    ASSERT_TRUE(file.isOpen());
+    std::fgetc(file.get());
+    std::vector<uint8_t> bytes;
+    ASSERT_TRUE(readWholeFile(file.get(), bytes));
+    EXPECT_EQ((std::vector<uint8_t>{1, 0, 255}), bytes);
+}
+
+TEST(ReadWholeFile, AnEmptyFileIsNoBytes)
+{
+    const CTemporaryFolder folder;
+    const CFileHandle file = CFileHandle::openForReading(folder.write("a", ""));
+    ASSERT_TRUE(file.isOpen());
+    std::vector<uint8_t> bytes(1);
+    EXPECT_TRUE(readWholeFile(file.get(), bytes));
+    EXPECT_TRUE(bytes.empty());
+}
+
+TEST(ReadWholeFile, AFolderFails)
+{
+    const CTemporaryFolder folder;
+    std::FILE* pFile = std::fopen(folder.path().c_str(), "rb"); // which the system allows
+    ASSERT_NE(nullptr, pFile);
+    std::vector<uint8_t> bytes(1);
+    // What end a folder has depends on the file system; none of them delivers any byte.
+    EXPECT_TRUE(!readWholeFile(pFile, bytes) || bytes.empty());
+    EXPECT_TRUE(bytes.empty());
+    std::fclose(pFile);
+}
