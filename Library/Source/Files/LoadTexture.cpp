@@ -1,0 +1,55 @@
+#include "Files/LoadTexture.h"
+
+#include <cstdint>
+#include <istream>
+#include <stdexcept>
+#include <vector>
+
+#include "Core/FileHandle.h"
+#include "Core/OneShotReadBuf.h"
+#include "Files/FileExtension.h"
+#include "Files/FileTypes.h"
+#include "Files/LoadLimits.h"
+
+namespace moxtexture
+{
+
+bool readTexture(std::FILE* pFile, const std::string& strExtension, CMOXTexture& texture)
+{
+    const FileType& type = getFileType(strExtension);
+    bool bGood = false;
+    if (type.readStream != nullptr)
+        bGood = readThroughStream(pFile, type.readStream, texture);
+    else if (type.readHandle != nullptr)
+        bGood = type.readHandle(pFile, texture);
+    if (!texture.fitsDataBlock() || texture.getBlockSize() != texture.getDataSize())
+        leaveWithoutData(texture);
+    return bGood;
+}
+
+bool readThroughStream(std::FILE* pFile, bool (*reader)(std::istream& stream, CMOXTexture& texture), CMOXTexture& texture)
+{
+    std::vector<uint8_t> bytes;
+    if (!readWholeFile(pFile, bytes))
+        return false;
+    OneShotReadBuf buffer(bytes);
+    std::istream stream(&buffer);
+    try
+    {
+        return reader(stream, texture);
+    }
+    catch (const std::runtime_error&)
+    {
+        return false;
+    }
+}
+
+CMOXTexture::CMOXTexture(const std::string& strPath) : CMOXTexture()
+{
+    const CFileHandle file = CFileHandle::openForReading(strPath);
+    // What the reader says is dropped: the caller sees a data size of 0.
+    if (file.isOpen())
+        readTexture(file.get(), getFileExtension(strPath), *this);
+}
+
+} // namespace moxtexture

@@ -1,0 +1,186 @@
+#include "Files/NativeFile.h"
+
+#include <algorithm>
+#include <iterator>
+#include <new>
+
+#include "Core/ByteOrder.h"
+#include "Core/FileHandle.h"
+#include "Files/LoadLimits.h"
+
+namespace moxtexture
+{
+namespace
+{
+
+struct InputFile
+{
+    std::FILE* pFile = nullptr;
+    uint64_t ui64Size = 0;
+};
+
+bool readExactly(const InputFile& file, void* pTarget, size_t uiSize)
+{
+    return std::fread(pTarget, 1, uiSize, file.pFile) == uiSize;
+}
+
+bool seekTo(const InputFile& file, uint64_t ui64Position)
+{
+    return ::fseeko(file.pFile, static_cast<off_t>(ui64Position), SEEK_SET) == 0;
+}
+
+/// @param ui64Position  where the file stands; moved on by what the block takes
+/// @return false for a block that the file does not hold as a whole, or without data
+bool readMetaDataBlock(const InputFile& file, uint64_t& ui64Position, MetaDataBlock& block)
+{
+    uint8_t aui8Record[MetaDataBlock::k_uiRecordSize];
+    if (!readExactly(file, aui8Record, sizeof(aui8Record)))
+        return false;
+    ui64Position += sizeof(aui8Record);
+    block.DevFOURCC = loadLE<uint32_t>(aui8Record);
+    block.u32Key = loadLE<uint32_t>(aui8Record + 4);
+    block.u32DataSize = loadLE<uint32_t>(aui8Record + 8);
+
+    // No memory for what the file cannot deliver.
+    if (block.u32DataSize == 0 || ui64Position > file.ui64Size || block.u32DataSize > file.ui64Size - ui64Position)
+        return false;
+    block.Data.reset(new (std::nothrow) uint8_t[block.u32DataSize]);
+    if (!block.Data || !readExactly(file, block.Data.get(), block.u32DataSize))
+        return false;
+    ui64Position += block.u32DataSize;
+    return true;
+}
+
+/// Reads the metadata section, from right behind the header, and leaves the file at the start of the data.
+bool readMetaData(const InputFile& file, CMOXTextureHeader& header)
+{
+    // Look-up is linear: far more blocks than anybody has use for would take an age to enter.
+    constexpr uint32_t uiMostBlocks = 32768;
+
+    const uint32_t uiSectionSize = header.getMetaDataSize();
+    header.setMetaDataSize(0);
+    uint64_t ui64Position = CMOXTextureHeader::k_uiRecordSize;
+    const uint64_t ui64End = ui64Position + uiSectionSize;
+    for (uint32_t uiCount = 0; ui64Position < ui64End; ++uiCount)
+    {
+        MetaDataBlock block;
+        if (uiCount == uiMostBlocks || !readMetaDataBlock(file, ui64Position, block))
+            return false;
+        if (ui64Position > ui64End)
+            break;
+        header.addMetaData(block);
+    }
+    // The size as it was built up counts a key that came twice twice, so it tells where the last block kept has ended.
+    return seekTo(file, CMOXTextureHeader::k_uiRecordSize + uint64_t{header.getMetaDataSize()});
+}
+
+bool readVersion3Header(const InputFile& file, CMOXTexture& texture)
+{
+    uint8_t aui8Record[CMOXTextureHeader::k_uiRecordSize];
+    texture.writeRecord(aui8Record); // what a short file does not deliver stays at its default
+    const bool bWhole = readExactly(file, aui8Record, sizeof(aui8Record));
+    texture.readRecord(aui8Record);
+    const bool bGood = bWhole && readMetaData(file, texture);
+    // Exact from here on, so that the texture can be written again.
+    texture.setMetaDataSize(texture.sumMetaDataSize());
+    return bGood;
+}
+
+bool readVersion3Data(const InputFile& file, CMOXTexture& texture)
+{
+    return std::fread(texture.getDataPtr(), 1, texture.getBlockSize(), file.pFile) != 0;
+}
+
+/// A kind of file that its first word tells.
+struct HeaderKind
+{
+    uint32_t ui32FirstWord;
+    bool (*readHeader)(const InputFile&, CMOXTexture&); ///< shape, encoding and metadata; null: a file of this kind fails to load
+    bool (*readData)(const InputFile&, CMOXTexture&);   ///< into the block, which is taken by then
+};
+
+constexpr HeaderKind k_aHeaderKinds[] = {
+    {CMOXTextureHeader::k_ui32NativeFourCC, readVersion3Header, readVersion3Data},
+    {52, nullptr, nullptr}, // version 2, with the number of surfaces
+    {44, nullptr, nullptr}, // version 2
+};
+
+bool readByKind(const InputFile& file, CMOXTexture& texture)
+{
+    uint8_t aui8Word[4];
+    if (!readExactly(file, aui8Word, sizeof(aui8Word)) || !seekTo(file, 0))
+        return false;
+    const auto isIt = [&](const HeaderKind& row) { return row.ui32FirstWord == loadLE<uint32_t>(aui8Word); };
+    const auto* pKind = std::find_if(std::begin(k_aHeaderKinds), std::end(k_aHeaderKinds), isIt);
+    if (pKind == std::end(k_aHeaderKinds) || pKind->readHeader == nullptr || !pKind->readHeader(file, texture))
+    {
+        leaveWithoutData(texture);
+        return false;
+    }
+    return takeDataBlock(texture, file.ui64Size) && texture.getBlockSize() != 0 && pKind->readData(file, texture);
+}
+
+bool writeRecordOf(const MetaDataBlock& block, std::FILE* pFile)
+{
+    uint8_t aui8Record[MetaDataBlock::k_uiRecordSize];
+    storeLE<uint32_t>(aui8Record, block.DevFOURCC);
+    storeLE<uint32_t>(aui8Record + 4, block.u32Key);
+    storeLE<uint32_t>(aui8Record + 8, block.u32DataSize);
+    return std::fwrite(aui8Record, sizeof(aui8Record), 1, pFile) == 1;
+}
+
+/// One item; nothing is no item.
+bool writeItem(const void* pData, uint32_t uiSize, std::FILE* pFile)
+{
+    return pData != nullptr && uiSize != 0 && std::fwrite(pData, uiSize, 1, pFile) == 1;
+}
+
+bool writeContents(const CMOXTexture& texture, std::FILE* pFile)
+{
+    uint8_t aui8Record[CMOXTextureHeader::k_uiRecordSize];
+    texture.writeRecord(aui8Record);
+    bool bGood = writeItem(aui8Record, sizeof(aui8Record), pFile);
+
+    const MetaDataMap& metaData = texture.getMetaData();
+    for (uint32_t i = 0; i < metaData.getCount(); ++i)
+    {
+        const auto& blocks = metaData.getValue(i);
+        for (uint32_t j = 0; j < blocks.getCount(); ++j)
+        {
+            const MetaDataBlock& block = blocks.getValue(j);
+            bGood = writeRecordOf(block, pFile) && bGood;
+            bGood = writeItem(block.Data.get(), block.u32DataSize, pFile) && bGood;
+        }
+    }
+
+    // A header that was changed since the block was taken may measure more than there is.
+    const bool bHeld = texture.fitsDataBlock() && texture.getDataSize() == texture.getBlockSize();
+    return bHeld && writeItem(texture.getDataPtr(), texture.getBlockSize(), pFile) && bGood;
+}
+
+} // namespace
+
+bool readNative(std::FILE* pFile, CMOXTexture& texture)
+{
+    InputFile file{pFile};
+    if (pFile != nullptr && getFileSize(pFile, file.ui64Size))
+        return readByKind(file, texture);
+    leaveWithoutData(texture);
+    return false;
+}
+
+bool writeNative(const CMOXTexture& texture, const std::string& strPath)
+{
+    CFileHandle file = CFileHandle::openForWriting(strPath);
+    if (!file.isOpen())
+        return false;
+    const bool bWritten = writeContents(texture, file.get());
+    if (file.close() && bWritten)
+        return true;
+    // A device that was written to is nobody's to remove.
+    if (isRegularFile(strPath))
+        std::remove(strPath.c_str());
+    return false;
+}
+
+} // namespace moxtexture

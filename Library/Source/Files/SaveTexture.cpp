@@ -1,0 +1,20 @@
+#include "Files/SaveTexture.h"
+
+#include "Files/FileExtension.h"
+#include "Files/FileTypes.h"
+
+namespace moxtexture
+{
+
+bool saveTexture(const CMOXTexture& texture, const std::string& strPath)
+{
+    const FileType& type = getFileType(getFileExtension(strPath));
+    return type.write != nullptr && type.write(texture, getSavedPath(strPath));
+}
+
+std::string getSavedPath(const std::string& strPath)
+{
+    return getFileType(getFileExtension(strPath)).bAppendsExtension ? strPath + ".mox" : strPath;
+}
+
+} // namespace moxtexture
