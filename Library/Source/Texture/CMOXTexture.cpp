@@ -87,10 +87,9 @@ const uint8_t* CMOXTexture::getDataPtr(uint32_t uiMIPLevel, uint32_t uiArrayMemb
         uiFace >= getNumFaces())
         return nullptr;
 
-    // Sizes come round every 32 levels, so that no more than 32 need be measured.
     CWrappingCount offset = 0;
     for (uint32_t i = 0; i < std::min(32u, uiMIPLevel); ++i)
-        offset += measure(i, true, true) * ((uiMIPLevel - i + 31) / 32);
+        offset += measure(i, true, true) * countEqualLevels(i, uiMIPLevel);
     offset += measure(uiMIPLevel, false, true) * uiArrayMember;
     const CWrappingCount surface = measure(uiMIPLevel, false, false);
     offset += surface * uiFace;

@@ -38,6 +38,11 @@ PixelEncoding CMOXTextureHeader::getEncoding() const
     return {m_PixelFormat, m_eChannelType, m_eColourSpace, isPreMultiplied()};
 }
 
+uint32_t CMOXTextureHeader::countEqualLevels(uint32_t uiMIPLevel, uint32_t uiLevelCount)
+{
+    return (uiLevelCount - uiMIPLevel - 1) / 32 + 1; // in this order: it wraps for no count
+}
+
 uint32_t CMOXTextureHeader::getWidth(uint32_t uiMIPLevel) const
 {
     return uiMIPLevel < m_ui32NumMIPLevels ? sizeAtLevel(m_ui32Width, uiMIPLevel) : 0;
@@ -100,9 +105,8 @@ CWrappingCount CMOXTextureHeader::measure(uint32_t uiMIPLevel, bool bAllSurfaces
     }
     else
     {
-        // Sizes come round every 32 levels: no number of levels makes this long.
         for (uint32_t i = 0; i < std::min(32u, m_ui32NumMIPLevels); ++i)
-            size += measureLevelBits(i) * ((m_ui32NumMIPLevels - i + 31) / 32);
+            size += measureLevelBits(i) * countEqualLevels(i, m_ui32NumMIPLevels);
     }
 
     size /= 8; // bits so far

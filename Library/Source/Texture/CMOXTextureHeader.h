@@ -135,6 +135,11 @@ public:
     void getBorder(uint32_t& x, uint32_t& y, uint32_t& z) const;
     void setBorder(uint32_t x, uint32_t y, uint32_t z);
 
+protected:
+    /// How many of the levels 0 to uiLevelCount - 1 have the size of uiMIPLevel, which is below 32 and one of them: sizes come round
+    /// every 32 levels, so that no number of levels takes long to measure.
+    [[nodiscard]] static uint32_t countEqualLevels(uint32_t uiMIPLevel, uint32_t uiLevelCount);
+
 private:
     [[nodiscard]] CWrappingCount measureLevelBits(uint32_t uiMIPLevel) const;
     [[nodiscard]] const MetaDataBlock* findNativeBlock(ENativeMetaData eKey) const;

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <cstring>
 #include <memory>
+#include <utility>
 
 namespace moxtexture
 {
@@ -35,12 +36,14 @@ struct MetaDataBlock
     {
         if (this == &other)
             return *this;
+        // First the copy: where memory is refused, size and data still belong together.
+        std::unique_ptr<uint8_t[]> pCopy(other.Data ? new uint8_t[other.u32DataSize] : nullptr);
+        if (pCopy && other.u32DataSize != 0)
+            std::memcpy(pCopy.get(), other.Data.get(), other.u32DataSize);
         DevFOURCC = other.DevFOURCC;
         u32Key = other.u32Key;
         u32DataSize = other.u32DataSize;
-        Data.reset(other.Data ? new uint8_t[u32DataSize] : nullptr);
-        if (Data && u32DataSize != 0)
-            std::memcpy(Data.get(), other.Data.get(), u32DataSize);
+        Data = std::move(pCopy);
         return *this;
     }
     MetaDataBlock& operator=(MetaDataBlock&&) = default;

@@ -14,6 +14,8 @@ namespace moxtexture
 template <typename Visit>
 bool walkSurfaces(const CMOXTextureHeader& header, Visit visit)
 {
+    if (header.getNumFaces() == 0 || header.getNumMIPLevels() == 0)
+        return true; // nothing to visit, in however many members
     for (uint32_t uiMember = 0; uiMember < header.getNumArrayMembers(); ++uiMember)
         for (uint32_t uiFace = 0; uiFace < header.getNumFaces(); ++uiFace)
             for (uint32_t uiLevel = 0; uiLevel < header.getNumMIPLevels(); ++uiLevel)
