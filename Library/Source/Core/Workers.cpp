@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <system_error>
 #include <thread>
 #include <vector>
 
@@ -25,8 +26,15 @@ void runTasks(size_t uiTaskCount, uint32_t uiThreadCount, const std::function<vo
     const size_t uiHelperCount = std::min<size_t>(std::max(1u, uiThreadCount), uiTaskCount) - (uiTaskCount > 0 ? 1 : 0);
     std::vector<std::thread> helpers;
     helpers.reserve(uiHelperCount);
-    for (size_t i = 0; i < uiHelperCount; ++i)
-        helpers.emplace_back(work);
+    try
+    {
+        for (size_t i = 0; i < uiHelperCount; ++i)
+            helpers.emplace_back(work);
+    }
+    catch (const std::system_error&)
+    {
+        // No more threads to be had: those that run do all of it.
+    }
     work();
     for (std::thread& helper : helpers)
         helper.join();
