@@ -1,0 +1,325 @@
+#include "Operations/ResampleSurface.h"
+
+#include <cstring>
+#include <memory>
+#include <new>
+#include <utility>
+
+#include "Core/Bits.h"
+#include "Operations/ChannelKind.h"
+#include "Operations/CubicSampler.h"
+#include "Operations/LinearSampler.h"
+#include "Operations/ResampleKernels.h"
+#include "Operations/RowCache.h"
+#include "Operations/SmoothSurface.h"
+
+namespace moxtexture
+{
+namespace
+{
+
+/// The positions of all three axes.
+struct ResampleAxes
+{
+    ResampleAxes(const SurfaceSize& source, const SurfaceSize& destination)
+        : bGrows(growsOnAnyAxis(source, destination)),
+          x(source.uiWidth, destination.uiWidth, bGrows),
+          y(source.uiHeight, destination.uiHeight, bGrows),
+          z(source.uiDepth, destination.uiDepth, bGrows)
+    {
+    }
+
+    bool bGrows;
+    CResampleAxis x, y, z;
+};
+
+template <typename T>
+std::unique_ptr<T[]> allocatePixels(const SurfaceSize& size)
+{
+    return std::unique_ptr<T[]>(new (std::nothrow) T[size.getPixelIndex(0, 0, size.uiDepth) * k_uiWorkingChannels]);
+}
+
+template <typename T>
+bool canResample(const T* pSource, const T* pDestination, const SurfaceSize& source, const SurfaceSize& destination, EResizeMode eMode)
+{
+    return pSource != nullptr && pDestination != nullptr && !source.isEmpty() && !destination.isEmpty() && eMode <= eResizeCubic;
+}
+
+/// Calls makePixel(x, y, z, pPixel) for each pixel of the destination.
+template <typename T, typename MakePixel>
+void forEachPixel(T* pDestination, const SurfaceSize& destination, const MakePixel& makePixel)
+{
+    for (uint32_t z = 0; z < destination.uiDepth; ++z)
+        for (uint32_t y = 0; y < destination.uiHeight; ++y)
+            for (uint32_t x = 0; x < destination.uiWidth; ++x, pDestination += k_uiWorkingChannels)
+                makePixel(x, y, z, pDestination);
+}
+
+template <typename T>
+void resampleNearest(const T* pSource, T* pDestination, const SurfaceSize& source, const SurfaceSize& destination)
+{
+    using Pixel = WholePixel<k_uiWorkingChannels * sizeof(T)>;
+    const ResampleAxes axes(source, destination);
+    std::array<uint32_t, k_uiTileColumns> auiColumns;
+    for (uint32_t uiBegin = 0, uiCount; uiBegin < destination.uiWidth; uiBegin += uiCount)
+    {
+        uiCount = std::min(k_uiTileColumns, destination.uiWidth - uiBegin);
+        for (uint32_t i = 0; i < uiCount; ++i)
+            auiColumns[i] = axes.x.getNearestIndex(uiBegin + i);
+
+        for (uint32_t z = 0; z < destination.uiDepth; ++z)
+        {
+            const T* pLastRow = nullptr;
+            const T* pLastOut = nullptr;
+            for (uint32_t y = 0; y < destination.uiHeight; ++y)
+            {
+                const T* pRow =
+                    pSource + source.getPixelIndex(0, axes.y.getNearestIndex(y), axes.z.getNearestIndex(z)) * k_uiWorkingChannels;
+                T* pOut = pDestination + destination.getPixelIndex(uiBegin, y, z) * k_uiWorkingChannels;
+                if (pRow == pLastRow)
+                    std::memcpy(pOut, pLastOut, uiCount * sizeof(Pixel));
+                else
+                    for (uint32_t i = 0; i < uiCount; ++i)
+                        std::memcpy(pOut + size_t{i} * k_uiWorkingChannels, pRow + size_t{auiColumns[i]} * k_uiWorkingChannels,
+                                    sizeof(Pixel));
+                pLastRow = pRow;
+                pLastOut = pOut;
+            }
+        }
+    }
+}
+
+/// What resampleByRows() works in.
+template <size_t uiTaps>
+struct RowsWorkspace
+{
+    static constexpr size_t kFloats = size_t{k_uiTileColumns} * k_uiWorkingChannels;
+
+    std::array<AxisTaps<uiTaps>, k_uiTileColumns> aColumns;
+    std::array<CRowCache<uiTaps, kFloats>, uiTaps> aCaches;   ///< rows resampled along x, for each slice that is read
+    std::array<std::array<float, kFloats>, uiTaps> aafSlices; ///< one row of each of them, resampled along y too
+};
+
+/// True if each destination pixel is made of two neighbours of its own, by halves.
+template <size_t uiTaps>
+bool areHalvingColumns(const AxisTaps<uiTaps>* pColumns, uint32_t uiCount)
+{
+    for (uint32_t i = 0; i < uiCount; ++i)
+        if (pColumns[i].fFraction != 0.5f || pColumns[i].auiIndex[0] != pColumns[0].auiIndex[0] + 2 * i ||
+            pColumns[i].auiIndex[1] != pColumns[i].auiIndex[0] + 1)
+            return false;
+    return true;
+}
+
+/// A separable filter: source rows are resampled along x once, and kept while destination rows need them.
+template <typename T, typename Filter>
+bool resampleByRows(const T* pSource, T* pDestination, const SurfaceSize& source, const SurfaceSize& destination)
+{
+    constexpr size_t kTaps = Filter::kTaps;
+    const std::unique_ptr<RowsWorkspace<kTaps>> pWork(new (std::nothrow) RowsWorkspace<kTaps>);
+    if (!pWork)
+        return false;
+    const ResampleKernels<T, kTaps>& kernels = getResampleKernels<T, kTaps>();
+    const ResampleAxes axes(source, destination);
+
+    for (uint32_t uiBegin = 0, uiCount; uiBegin < destination.uiWidth; uiBegin += uiCount)
+    {
+        uiCount = std::min(k_uiTileColumns, destination.uiWidth - uiBegin);
+        const size_t uiFloats = size_t{uiCount} * k_uiWorkingChannels;
+        for (uint32_t i = 0; i < uiCount; ++i)
+            pWork->aColumns[i] = Filter::makeTaps(axes.x.getPosition(uiBegin + i), source.uiWidth);
+        const bool bHalvesColumns = kernels.halveRows != nullptr && areHalvingColumns(pWork->aColumns.data(), uiCount);
+
+        for (uint32_t z = 0; z < destination.uiDepth; ++z)
+        {
+            const AxisTaps<kTaps> tapsZ = Filter::makeTaps(axes.z.getPosition(z), source.uiDepth);
+            // The step along z may be left out where it is v * 1 + w * 0: v again, but for infinities and NaN.
+            const bool bOneSlice = kTaps == 2 ? std::numeric_limits<T>::is_integer && tapsZ.fFraction == 0.0f : source.uiDepth == 1;
+            for (auto& cache : pWork->aCaches)
+                cache.clear();
+
+            for (uint32_t y = 0; y < destination.uiHeight; ++y)
+            {
+                const AxisTaps<kTaps> tapsY = Filter::makeTaps(axes.y.getPosition(y), source.uiHeight);
+                T* pOut = pDestination + destination.getPixelIndex(uiBegin, y, z) * k_uiWorkingChannels;
+                if (bHalvesColumns && bOneSlice && tapsY.fFraction == 0.5f)
+                {
+                    const auto rowAt = [&](uint32_t uiRow) {
+                        return pSource +
+                               source.getPixelIndex(pWork->aColumns[0].auiIndex[0], uiRow, tapsZ.auiIndex[0]) * k_uiWorkingChannels;
+                    };
+                    kernels.halveRows(rowAt(tapsY.auiIndex[0]), rowAt(tapsY.auiIndex[1]), uiCount, pOut);
+                    continue;
+                }
+
+                std::array<const float*, kTaps> pSlices;
+                for (size_t k = 0; k < kTaps; ++k)
+                {
+                    const uint32_t uiSlice = tapsZ.auiIndex[k];
+                    if (k > 0 && uiSlice == tapsZ.auiIndex[k - 1])
+                    {
+                        pSlices[k] = pSlices[k - 1];
+                        continue;
+                    }
+                    const auto makeRow = [&](uint32_t uiRow, float* pFloats) {
+                        kernels.resampleRow(pSource + source.getPixelIndex(0, uiRow, uiSlice) * k_uiWorkingChannels, pWork->aColumns.data(),
+                                            uiCount, pFloats);
+                    };
+                    std::array<const float*, kTaps> pRows;
+                    pWork->aCaches[k].select(tapsY.auiIndex, makeRow, pRows.data());
+                    if (bOneSlice)
+                    {
+                        kernels.blendRowsToElements(pRows, tapsY.fFraction, uiFloats, pOut);
+                        break;
+                    }
+                    kernels.blendRows(pRows, tapsY.fFraction, uiFloats, pWork->aafSlices[k].data());
+                    pSlices[k] = pWork->aafSlices[k].data();
+                }
+                if (!bOneSlice)
+                    kernels.blendRowsToElements(pSlices, tapsZ.fFraction, uiFloats, pOut);
+            }
+        }
+    }
+    return true;
+}
+
+} // namespace
+
+template <typename T>
+bool resampleSurfaceReference(const T* pSource, T* pDestination, const SurfaceSize& source, const SurfaceSize& destination,
+                              EResizeMode eMode)
+{
+    if (!canResample(pSource, pDestination, source, destination, eMode))
+        return false;
+    const ResampleAxes axes(source, destination);
+
+    if (eMode == eResizeNearest)
+    {
+        forEachPixel(pDestination, destination,
+                     [&](uint32_t x, uint32_t y, uint32_t z, T* pPixel)
+                     {
+                         const size_t uiPixel =
+                             source.getPixelIndex(axes.x.getNearestIndex(x), axes.y.getNearestIndex(y), axes.z.getNearestIndex(z));
+                         std::memcpy(pPixel, pSource + uiPixel * k_uiWorkingChannels, k_uiWorkingChannels * sizeof(T));
+                     });
+        return true;
+    }
+    if (eMode == eResizeLinear)
+    {
+        forEachPixel(pDestination, destination,
+                     [&](uint32_t x, uint32_t y, uint32_t z, T* pPixel)
+                     { sampleLinear(pSource, source, axes.x.getPosition(x), axes.y.getPosition(y), axes.z.getPosition(z), pPixel); });
+        return true;
+    }
+
+    std::unique_ptr<T[]> pSmoothed;
+    if (!axes.bGrows)
+    {
+        pSmoothed = allocatePixels<T>(source);
+        if (!pSmoothed)
+            return false;
+        smoothSurfaceReference(pSource, pSmoothed.get(), source);
+        pSource = pSmoothed.get();
+    }
+    forEachPixel(pDestination, destination,
+                 [&](uint32_t x, uint32_t y, uint32_t z, T* pPixel)
+                 { sampleCubic(pSource, source, axes.x.getPosition(x), axes.y.getPosition(y), axes.z.getPosition(z), pPixel); });
+    return true;
+}
+
+template <typename T>
+bool resampleSurface(const T* pSource, T* pDestination, const SurfaceSize& source, const SurfaceSize& destination, EResizeMode eMode)
+{
+    if (!canResample(pSource, pDestination, source, destination, eMode))
+        return false;
+    // Setting up for rows costs more than the few pixels at the end of a MIP chain.
+    constexpr size_t kFewPixels = 16;
+    if (source.getPixelIndex(0, 0, source.uiDepth) <= kFewPixels && destination.getPixelIndex(0, 0, destination.uiDepth) <= kFewPixels)
+        return resampleSurfaceReference(pSource, pDestination, source, destination, eMode);
+
+    if (eMode == eResizeNearest)
+    {
+        resampleNearest(pSource, pDestination, source, destination);
+        return true;
+    }
+    if (eMode == eResizeLinear)
+        return resampleByRows<T, LinearFilter>(pSource, pDestination, source, destination);
+    if (growsOnAnyAxis(source, destination))
+        return resampleByRows<T, CubicFilter>(pSource, pDestination, source, destination);
+
+    const std::unique_ptr<T[]> pSmoothed = allocatePixels<T>(source);
+    return pSmoothed && smoothSurface(pSource, pSmoothed.get(), source) &&
+           resampleByRows<T, CubicFilter>(pSmoothed.get(), pDestination, source, destination);
+}
+
+namespace
+{
+
+uint32_t getNextSize(uint32_t uiPresent, uint32_t uiStart, uint32_t uiTarget)
+{
+    if (uiTarget > uiStart)
+        return static_cast<uint32_t>(std::min(uint64_t{uiPresent} * 2, uint64_t{uiTarget}));
+    return std::max(uiPresent >> 1, uiTarget);
+}
+
+SurfaceSize getNextSize(const SurfaceSize& present, const SurfaceSize& start, const SurfaceSize& target)
+{
+    return {getNextSize(present.uiWidth, start.uiWidth, target.uiWidth), getNextSize(present.uiHeight, start.uiHeight, target.uiHeight),
+            getNextSize(present.uiDepth, start.uiDepth, target.uiDepth)};
+}
+
+/// True if a surface measures less than 4 GiB.
+template <typename T>
+bool fitsTexture(const SurfaceSize& size)
+{
+    const CWrappingCount bytes = CWrappingCount(size.uiWidth) * size.uiHeight * size.uiDepth * (k_uiWorkingChannels * sizeof(T));
+    return !bytes.hasWrapped() && bytes.getValue() <= 0xFFFFFFFF;
+}
+
+} // namespace
+
+template <typename T>
+bool resizeSurface(const T* pSource, T* pDestination, const SurfaceSize& source, const SurfaceSize& destination, EResizeMode eMode)
+{
+    if (!canResample(pSource, pDestination, source, destination, eMode))
+        return false;
+
+    for (SurfaceSize next = source; next != destination; next = getNextSize(next, source, destination))
+        if (next != source && !fitsTexture<T>(next))
+            return false;
+
+    // The first stage reads the source itself and the last writes the destination: only what lies between them is held.
+    SurfaceSize present = source;
+    const T* pPresent = pSource;
+    std::unique_ptr<T[]> pHeld;
+    for (SurfaceSize next = getNextSize(present, source, destination); next != destination; next = getNextSize(next, source, destination))
+    {
+        std::unique_ptr<T[]> pNext = allocatePixels<T>(next);
+        if (!pNext || !resampleSurface(pPresent, pNext.get(), present, next, eMode))
+            return false;
+        pHeld = std::move(pNext);
+        pPresent = pHeld.get();
+        present = next;
+    }
+    if (present == destination)
+    {
+        std::memcpy(pDestination, pPresent, destination.getPixelIndex(0, 0, destination.uiDepth) * k_uiWorkingChannels * sizeof(T));
+        return true;
+    }
+    return resampleSurface(pPresent, pDestination, present, destination, eMode);
+}
+
+template bool resampleSurfaceReference(const uint8_t*, uint8_t*, const SurfaceSize&, const SurfaceSize&, EResizeMode);
+template bool resampleSurfaceReference(const uint16_t*, uint16_t*, const SurfaceSize&, const SurfaceSize&, EResizeMode);
+template bool resampleSurfaceReference(const uint32_t*, uint32_t*, const SurfaceSize&, const SurfaceSize&, EResizeMode);
+template bool resampleSurfaceReference(const float*, float*, const SurfaceSize&, const SurfaceSize&, EResizeMode);
+template bool resampleSurface(const uint8_t*, uint8_t*, const SurfaceSize&, const SurfaceSize&, EResizeMode);
+template bool resampleSurface(const uint16_t*, uint16_t*, const SurfaceSize&, const SurfaceSize&, EResizeMode);
+template bool resampleSurface(const uint32_t*, uint32_t*, const SurfaceSize&, const SurfaceSize&, EResizeMode);
+template bool resampleSurface(const float*, float*, const SurfaceSize&, const SurfaceSize&, EResizeMode);
+template bool resizeSurface(const uint8_t*, uint8_t*, const SurfaceSize&, const SurfaceSize&, EResizeMode);
+template bool resizeSurface(const uint16_t*, uint16_t*, const SurfaceSize&, const SurfaceSize&, EResizeMode);
+template bool resizeSurface(const uint32_t*, uint32_t*, const SurfaceSize&, const SurfaceSize&, EResizeMode);
+template bool resizeSurface(const float*, float*, const SurfaceSize&, const SurfaceSize&, EResizeMode);
+
+} // namespace moxtexture
