@@ -1,0 +1,164 @@
+#include "Files/LoadTexture.h"
+
+#include <filesystem>
+#include <istream>
+#include <stdexcept>
+#include <string>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <gtest/gtest.h>
+
+#include "Files/FileTypes.h"
+#include "Support/NativeLoading.h"
+#include "Support/TemporaryFolder.h"
+
+using namespace moxtexture;
+using namespace testsupport;
+namespace fs = std::filesystem;
+
+namespace
+{
+
+const std::vector<uint8_t> k_NativeFile = CNativeFileBuilder().data({1, 2, 3, 4}).bytes();
+
+/// A reader as those of stream formats are: asks for exceptions, and reads a width and a pixel a byte each.
+bool readToyFormat(std::istream& stream, CMOXTexture& texture)
+{
+    stream.exceptions(std::ios::badbit | std::ios::failbit | std::ios::eofbit);
+    char cWidth = 0;
+    stream.read(&cWidth, 1);
+    texture = CMOXTexture(
+        CMOXTextureHeader(layout("r", 8), 1, static_cast<uint32_t>(cWidth), 1, 1, 1, 1, eCS_Linear, eCT_UnsignedNormalisedByte, false));
+    stream.read(reinterpret_cast<char*>(texture.getDataPtr()), cWidth);
+    return true;
+}
+
+bool readThrough(const std::vector<uint8_t>& bytes, bool (*reader)(std::istream&, CMOXTexture&), CMOXTexture& texture)
+{
+    const CMemoryFile file(bytes);
+    return readThroughStream(file.get(), reader, texture);
+}
+
+} // namespace
+
+TEST(LoadTexture, TheNativeReaderTakesEveryExtensionThatNoOtherClaims)
+{
+    const CTemporaryFolder folder;
+    for (const char* strName : {"image.mox", "IMAGE.MOX", "image.xyz", "image.png", "image", "image.", "code.h", ".mox"})
+    {
+        const CMOXTexture texture(folder.write(strName, k_NativeFile));
+        EXPECT_EQ(4u, texture.getDataSize()) << strName;
+        EXPECT_EQ((std::vector<uint8_t>{1, 2, 3, 4}), dataOf(texture)) << strName;
+    }
+}
+
+TEST(LoadTexture, AnExtensionOfAnotherReaderIsNotGivenToTheNativeOne)
+{
+    const CTemporaryFolder folder;
+    for (const char* strName : {"image.ktx", "IMAGE.KTX", "image.dds", "IMAGE.DDS", "image.astc"})
+    {
+        const CMOXTexture texture(folder.write(strName, k_NativeFile));
+        EXPECT_EQ(0u, texture.getDataSize()) << strName;
+        EXPECT_EQ(nullptr, texture.getDataPtr()) << strName;
+    }
+}
+
+TEST(LoadTexture, WhatCannotBeOpenedOrReadGivesADefaultTexture)
+{
+    const CTemporaryFolder folder;
+    ASSERT_EQ(0, ::mkfifo(folder.path("pipe.mox").c_str(), 0600));
+    fs::create_directory(folder.path("folder.mox"));
+    for (const std::string& strPath : {std::string(), folder.path("missing.mox"), folder.path("missing.ktx"), folder.path("folder.mox"),
+                                       folder.path("pipe.mox"), std::string("/dev/zero")})
+    {
+        const CMOXTexture texture(strPath);
+        EXPECT_EQ(0u, texture.getDataSize()) << strPath;
+        EXPECT_EQ(0u, texture.getBlockSize()) << strPath;
+        EXPECT_EQ(1u, texture.getWidth()) << strPath;
+    }
+}
+
+TEST(LoadTexture, WhatTheReaderSaysIsDropped)
+{
+    const CTemporaryFolder folder;
+    const CMOXTexture texture(folder.write("a.mox", CNativeFileBuilder().bytes())); // no byte of data
+    EXPECT_EQ((std::vector<uint8_t>{0, 0, 0, 0}), dataOf(texture));
+}
+
+TEST(LoadTexture, ALoadThatFailsAfterItsHeaderMeasuresNothing)
+{
+    const CTemporaryFolder folder;
+    const CMOXTexture texture(folder.write("a.mox", CNativeFileBuilder().size(4, 2).block(1, 2, {}).data({1}).bytes()));
+    EXPECT_EQ(0u, texture.getDataSize());
+    EXPECT_EQ(4u, texture.getWidth());
+}
+
+TEST(LoadTexture, FromAnOpenFileTheExtensionDecidesToo)
+{
+    const CMemoryFile file(k_NativeFile);
+    CMOXTexture texture;
+    EXPECT_FALSE(readTexture(file.get(), "ktx", texture));
+    EXPECT_EQ(0u, texture.getDataSize());
+    EXPECT_TRUE(readTexture(file.get(), "mox", texture));
+    EXPECT_EQ(4u, texture.getDataSize());
+}
+
+TEST(ReadThroughStream, GivesTheReaderTheWholeFile)
+{
+    CMOXTexture texture;
+    EXPECT_TRUE(readThrough({3, 7, 8, 9}, readToyFormat, texture));
+    EXPECT_EQ((std::vector<uint8_t>{7, 8, 9}), dataOf(texture));
+}
+
+TEST(ReadThroughStream, StartsAtTheStartWhateverThePosition)
+{
+    const std::vector<uint8_t> bytes = {3, 7, 8, 9};
+    const CMemoryFile file(bytes);
+    std::fseek(file.get(), 0, SEEK_END);
+    CMOXTexture texture;
+    EXPECT_TRUE(readThroughStream(file.get(), readToyFormat, texture));
+}
+
+TEST(ReadThroughStream, AShortFileIsARuntimeErrorOfTheStreamAndBecomesFalse)
+{
+    CMOXTexture texture;
+    EXPECT_FALSE(readThrough({3, 7}, readToyFormat, texture));
+    EXPECT_FALSE(readThrough({}, readToyFormat, texture));
+}
+
+TEST(ReadThroughStream, TheReadersFalseIsPassedOn)
+{
+    CMOXTexture texture;
+    EXPECT_FALSE(readThrough(
+        {3, 7, 8, 9}, [](std::istream&, CMOXTexture&) { return false; }, texture));
+}
+
+TEST(ReadThroughStream, OtherExceptionsPassThrough)
+{
+    CMOXTexture texture;
+    const auto reader = [](std::istream&, CMOXTexture&) -> bool { throw std::logic_error("not the stream's"); };
+    EXPECT_THROW(static_cast<void>(readThrough({3}, reader, texture)), std::logic_error);
+}
+
+TEST(ReadThroughStream, AFileWithoutAnEndIsNotGivenToTheReader)
+{
+    int aiEnds[2];
+    ASSERT_EQ(0, ::pipe(aiEnds));
+    std::FILE* pFile = ::fdopen(aiEnds[0], "rb");
+    CMOXTexture texture;
+    const auto reader = [](std::istream&, CMOXTexture&) -> bool { throw std::logic_error("was called"); };
+    EXPECT_FALSE(readThroughStream(pFile, reader, texture));
+    std::fclose(pFile);
+    ::close(aiEnds[1]);
+}
+
+TEST(FileTypes, NoRowHasTwoReaders)
+{
+    for (const char* strExtension : {"ktx", "dds", "astc", "h", "mox", "png", ""})
+    {
+        const FileType& type = getFileType(strExtension);
+        EXPECT_TRUE(type.readHandle == nullptr || type.readStream == nullptr) << strExtension;
+    }
+}
