@@ -1,0 +1,28 @@
+#include <csignal>
+
+#include <QtCore/QtGlobal>
+#include <unistd.h>
+
+#include "CommandLine/OutputsInFlight.h"
+#include "CommandLine/Program.h"
+#include "CommandLine/ProgressLine.h"
+#include "Core/SignalWatcher.h"
+
+int main(int iCount, char** apArguments)
+{
+    constexpr int iSignalled = 128; // added to the signal's number, as shells tell it
+    moxtexture::COutputsInFlight outputs;
+    const moxtexture::CSignalWatcher watcher(
+        [&outputs](int iSignal)
+        {
+            outputs.abandon();
+            moxtexture::eraseTerminalLine();
+            // No destructors: other threads are at work.
+            _exit(iSignalled + iSignal);
+        });
+    // A reader that goes away shows as a failed write, with the files under way brought to their end.
+    std::signal(SIGPIPE, SIG_IGN);
+    // Image plug-ins talk of faults in files; an error here is one line, and ours.
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
+    return moxtexture::runProgram(iCount, apArguments, outputs);
+}
