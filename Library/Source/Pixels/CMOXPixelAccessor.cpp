@@ -106,7 +106,7 @@ void CMOXPixelAccessor::writePlace(const ChannelPlace& place, float fValue)
     }
     // On purpose: the code is not cut to its field, only to the pixel.
     const uint64_t ui64Word = (loadLE<uint64_t>(m_aui8Raw.data()) & ~place.ui64Access) | ui64Code << place.uiShift;
-    storeLE(m_aui8Raw.data(), ui64Word & getLowMask(m_uiTotalBits));
+    storeLE(m_aui8Raw.data(), ui64Word & getLowMask(8 * getBytes()));
 }
 
 float CMOXPixelAccessor::readChannel(EChannelName eName) const
