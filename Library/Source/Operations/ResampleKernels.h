@@ -30,7 +30,7 @@ struct ResampleKernels
     void (*halveRows)(const T* pRow0, const T* pRow1, size_t uiCount, T* pOut);
 };
 
-/// The inner loops of smoothSurface().
+/// The inner loops of smoothRows().
 template <typename T>
 struct SmoothKernels
 {

@@ -1,6 +1,7 @@
 #include "Operations/ResampleSurface.h"
 
 #include <cstring>
+#include <limits>
 #include <memory>
 #include <new>
 #include <utility>
@@ -56,38 +57,56 @@ void forEachPixel(T* pDestination, const SurfaceSize& destination, const MakePix
 }
 
 template <typename T>
-void resampleNearest(const T* pSource, T* pDestination, const SurfaceSize& source, const SurfaceSize& destination)
+bool resampleNearest(const T* pSource, T* pDestination, const SurfaceSize& source, const SurfaceSize& destination)
 {
     using Pixel = WholePixel<k_uiWorkingChannels * sizeof(T)>;
     const ResampleAxes axes(source, destination);
-    std::array<uint32_t, k_uiTileColumns> auiColumns;
-    for (uint32_t uiBegin = 0, uiCount; uiBegin < destination.uiWidth; uiBegin += uiCount)
-    {
-        uiCount = std::min(k_uiTileColumns, destination.uiWidth - uiBegin);
-        for (uint32_t i = 0; i < uiCount; ++i)
-            auiColumns[i] = axes.x.getNearestIndex(uiBegin + i);
+    const std::unique_ptr<uint32_t[]> pColumns(new (std::nothrow) uint32_t[destination.uiWidth]);
+    if (!pColumns)
+        return false;
+    for (uint32_t x = 0; x < destination.uiWidth; ++x)
+        pColumns[x] = axes.x.getNearestIndex(x);
 
-        for (uint32_t z = 0; z < destination.uiDepth; ++z)
+    for (uint32_t z = 0; z < destination.uiDepth; ++z)
+    {
+        const T* pLastRow = nullptr;
+        const T* pLastOut = nullptr;
+        for (uint32_t y = 0; y < destination.uiHeight; ++y)
         {
-            const T* pLastRow = nullptr;
-            const T* pLastOut = nullptr;
-            for (uint32_t y = 0; y < destination.uiHeight; ++y)
-            {
-                const T* pRow =
-                    pSource + source.getPixelIndex(0, axes.y.getNearestIndex(y), axes.z.getNearestIndex(z)) * k_uiWorkingChannels;
-                T* pOut = pDestination + destination.getPixelIndex(uiBegin, y, z) * k_uiWorkingChannels;
-                if (pRow == pLastRow)
-                    std::memcpy(pOut, pLastOut, uiCount * sizeof(Pixel));
-                else
-                    for (uint32_t i = 0; i < uiCount; ++i)
-                        std::memcpy(pOut + size_t{i} * k_uiWorkingChannels, pRow + size_t{auiColumns[i]} * k_uiWorkingChannels,
-                                    sizeof(Pixel));
-                pLastRow = pRow;
-                pLastOut = pOut;
-            }
+            const T* pRow = pSource + source.getPixelIndex(0, axes.y.getNearestIndex(y), axes.z.getNearestIndex(z)) * k_uiWorkingChannels;
+            T* pOut = pDestination + destination.getPixelIndex(0, y, z) * k_uiWorkingChannels;
+            if (pRow == pLastRow)
+                std::memcpy(pOut, pLastOut, destination.uiWidth * sizeof(Pixel));
+            else
+                for (size_t x = 0; x < destination.uiWidth; ++x)
+                    std::memcpy(pOut + x * k_uiWorkingChannels, pRow + size_t{pColumns[x]} * k_uiWorkingChannels, sizeof(Pixel));
+            pLastRow = pRow;
+            pLastOut = pOut;
         }
     }
+    return true;
 }
+
+/// Rows of the source, as it is or smoothed, in all of its slices.
+template <typename T>
+struct SourceRows
+{
+    const T* pPixels;
+    SurfaceSize size;        ///< of what pPixels holds
+    uint32_t uiFirstRow = 0; ///< of the source, which is the first that is held
+
+    [[nodiscard]] const T* getRow(uint32_t uiRow, uint32_t uiSlice) const
+    {
+        return pPixels + size.getPixelIndex(0, uiRow - uiFirstRow, uiSlice) * k_uiWorkingChannels;
+    }
+};
+
+/// Rows of the destination, or of what they are made from.
+struct RowRange
+{
+    uint32_t uiBegin;
+    uint32_t uiEnd;
+};
 
 /// What resampleByRows() works in.
 template <size_t uiTaps>
@@ -112,8 +131,12 @@ bool areHalvingColumns(const AxisTaps<uiTaps>* pColumns, uint32_t uiCount)
 }
 
 /// A separable filter: source rows are resampled along x once, and kept while destination rows need them.
+///
+/// @param rows   all that the range is made from
+/// @param range  of destination rows, in all slices
 template <typename T, typename Filter>
-bool resampleByRows(const T* pSource, T* pDestination, const SurfaceSize& source, const SurfaceSize& destination)
+bool resampleByRows(const SourceRows<T>& rows, T* pDestination, const SurfaceSize& source, const SurfaceSize& destination,
+                    const RowRange& range)
 {
     constexpr size_t kTaps = Filter::kTaps;
     const std::unique_ptr<RowsWorkspace<kTaps>> pWork(new (std::nothrow) RowsWorkspace<kTaps>);
@@ -138,17 +161,17 @@ bool resampleByRows(const T* pSource, T* pDestination, const SurfaceSize& source
             for (auto& cache : pWork->aCaches)
                 cache.clear();
 
-            for (uint32_t y = 0; y < destination.uiHeight; ++y)
+            for (uint32_t y = range.uiBegin; y < range.uiEnd; ++y)
             {
                 const AxisTaps<kTaps> tapsY = Filter::makeTaps(axes.y.getPosition(y), source.uiHeight);
                 T* pOut = pDestination + destination.getPixelIndex(uiBegin, y, z) * k_uiWorkingChannels;
                 if (bHalvesColumns && bOneSlice && tapsY.fFraction == 0.5f)
                 {
-                    const auto rowAt = [&](uint32_t uiRow) {
-                        return pSource +
-                               source.getPixelIndex(pWork->aColumns[0].auiIndex[0], uiRow, tapsZ.auiIndex[0]) * k_uiWorkingChannels;
+                    const auto rowAt = [&](size_t uiTap) {
+                        return rows.getRow(tapsY.auiIndex[uiTap], tapsZ.auiIndex[0]) +
+                               size_t{pWork->aColumns[0].auiIndex[0]} * k_uiWorkingChannels;
                     };
-                    kernels.halveRows(rowAt(tapsY.auiIndex[0]), rowAt(tapsY.auiIndex[1]), uiCount, pOut);
+                    kernels.halveRows(rowAt(0), rowAt(1), uiCount, pOut);
                     continue;
                 }
 
@@ -161,10 +184,8 @@ bool resampleByRows(const T* pSource, T* pDestination, const SurfaceSize& source
                         pSlices[k] = pSlices[k - 1];
                         continue;
                     }
-                    const auto makeRow = [&](uint32_t uiRow, float* pFloats) {
-                        kernels.resampleRow(pSource + source.getPixelIndex(0, uiRow, uiSlice) * k_uiWorkingChannels, pWork->aColumns.data(),
-                                            uiCount, pFloats);
-                    };
+                    const auto makeRow = [&](uint32_t uiRow, float* pFloats)
+                    { kernels.resampleRow(rows.getRow(uiRow, uiSlice), pWork->aColumns.data(), uiCount, pFloats); };
                     std::array<const float*, kTaps> pRows;
                     pWork->aCaches[k].select(tapsY.auiIndex, makeRow, pRows.data());
                     if (bOneSlice)
@@ -179,6 +200,42 @@ bool resampleByRows(const T* pSource, T* pDestination, const SurfaceSize& source
                     kernels.blendRowsToElements(pSlices, tapsZ.fFraction, uiFloats, pOut);
             }
         }
+    }
+    return true;
+}
+
+/// The source rows that a range of destination rows is made from.
+template <typename Filter>
+RowRange getSourceRows(const CResampleAxis& axis, uint32_t uiSourceHeight, const RowRange& range)
+{
+    RowRange rows = {uiSourceHeight, 0};
+    for (uint32_t y = range.uiBegin; y < range.uiEnd; ++y)
+        for (const uint32_t uiRow : Filter::makeTaps(axis.getPosition(y), uiSourceHeight).auiIndex)
+            rows = {std::min(rows.uiBegin, uiRow), std::max(rows.uiEnd, uiRow + 1)};
+    return rows;
+}
+
+/// The cubic filter over the smoothed source, of which only a band of rows is held at a time where there is one slice.
+template <typename T>
+bool resampleSmoothed(const T* pSource, T* pDestination, const SurfaceSize& source, const SurfaceSize& destination)
+{
+    constexpr uint32_t kBandRows = 32;
+    const ResampleAxes axes(source, destination);
+    std::unique_ptr<T[]> pSmoothed;
+    uint32_t uiRowsAllocated = 0;
+    for (RowRange band = {0, 0}; band.uiBegin < destination.uiHeight; band.uiBegin = band.uiEnd)
+    {
+        band.uiEnd = source.uiDepth == 1 ? band.uiBegin + std::min(kBandRows, destination.uiHeight - band.uiBegin) : destination.uiHeight;
+        const RowRange sourceRows = getSourceRows<CubicFilter>(axes.y, source.uiHeight, band);
+        const SurfaceSize held = {source.uiWidth, sourceRows.uiEnd - sourceRows.uiBegin, source.uiDepth};
+        if (held.uiHeight > uiRowsAllocated)
+        {
+            pSmoothed = allocatePixels<T>(held);
+            uiRowsAllocated = held.uiHeight;
+        }
+        if (!pSmoothed || !smoothRows(pSource, source, sourceRows.uiBegin, held.uiHeight, pSmoothed.get()) ||
+            !resampleByRows<T, CubicFilter>({pSmoothed.get(), held, sourceRows.uiBegin}, pDestination, source, destination, band))
+            return false;
     }
     return true;
 }
@@ -238,18 +295,13 @@ bool resampleSurface(const T* pSource, T* pDestination, const SurfaceSize& sourc
         return resampleSurfaceReference(pSource, pDestination, source, destination, eMode);
 
     if (eMode == eResizeNearest)
-    {
-        resampleNearest(pSource, pDestination, source, destination);
-        return true;
-    }
+        return resampleNearest(pSource, pDestination, source, destination);
+    const RowRange all = {0, destination.uiHeight};
     if (eMode == eResizeLinear)
-        return resampleByRows<T, LinearFilter>(pSource, pDestination, source, destination);
+        return resampleByRows<T, LinearFilter>({pSource, source}, pDestination, source, destination, all);
     if (growsOnAnyAxis(source, destination))
-        return resampleByRows<T, CubicFilter>(pSource, pDestination, source, destination);
-
-    const std::unique_ptr<T[]> pSmoothed = allocatePixels<T>(source);
-    return pSmoothed && smoothSurface(pSource, pSmoothed.get(), source) &&
-           resampleByRows<T, CubicFilter>(pSmoothed.get(), pDestination, source, destination);
+        return resampleByRows<T, CubicFilter>({pSource, source}, pDestination, source, destination, all);
+    return resampleSmoothed(pSource, pDestination, source, destination);
 }
 
 namespace

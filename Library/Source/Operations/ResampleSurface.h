@@ -9,7 +9,7 @@ namespace moxtexture
 /// Resamples one surface in one step.
 ///
 /// Nearest copies pixels whole. Linear reads the eight pixels around a position (sampleLinear), cubic 64 (sampleCubic); where no
-/// axis grows, cubic reads the source smoothed (smoothSurface). CResampleAxis tells the positions.
+/// axis grows, cubic reads the source smoothed (SmoothSurface.h). CResampleAxis tells the positions.
 /// T is uint8_t, uint16_t, uint32_t or float, four of them a pixel; rows and slices follow each other without gaps.
 ///
 /// @param pSource       pixels of the source size

@@ -1,7 +1,9 @@
 #include "Operations/ResampleKernels.h"
 
+#include <algorithm>
 #include <limits>
 #include <tuple>
+#include <type_traits>
 
 #include "Operations/ChannelKind.h"
 
@@ -225,16 +227,21 @@ void toFloats(const T* pElements, size_t uiCount, float* pOut)
 }
 
 template <typename T, size_t uiRowCount>
-HWY_INLINE void smoothFromRows(const float* const* pRows, const float* pWeights, float fScale, size_t uiCount, T* pOut)
+HWY_INLINE void smoothFromRows(const float* const* pAllRows, const float* pAllWeights, float fScale, size_t uiCount, T* pOut)
 {
+    // Copies of its own: the compiler cannot know that bytes written through pOut leave those of the caller as they are.
+    std::array<const float*, uiRowCount> pRows;
+    std::copy_n(pAllRows, uiRowCount, pRows.begin());
+    std::array<float, 3 * uiRowCount> afWeights;
+    std::copy_n(pAllWeights, afWeights.size(), afWeights.begin());
     forEachVector(uiCount,
                   [&](auto d, size_t i) HWY_ATTR
                   {
                       auto sum = hn::Zero(d);
                       for (size_t j = 0; j < uiRowCount; ++j)
                           for (size_t k = 0; k < 3; ++k)
-                              sum = hn::Add(sum,
-                                            hn::Mul(hn::LoadU(d, pRows[j] + i + k * k_uiWorkingChannels), hn::Set(d, pWeights[3 * j + k])));
+                              sum = hn::Add(
+                                  sum, hn::Mul(hn::LoadU(d, pRows[j] + i + k * k_uiWorkingChannels), hn::Set(d, afWeights[3 * j + k])));
                       storeCut(d, hn::Mul(sum, hn::Set(d, fScale)), pOut + i);
                   });
 }

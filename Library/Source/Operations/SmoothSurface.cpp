@@ -45,7 +45,8 @@ void smoothPlainly(const T* pSource, T* pDestination, const SurfaceSize& size, c
 
 /// Row by row over tiles of columns, from rows of floats with a pixel more on either side.
 template <typename T, typename Kernel>
-bool smoothByRows(const T* pSource, T* pDestination, const SurfaceSize& size, const Kernel& kernel)
+bool smoothRowsWith(const Kernel& kernel, const T* pSource, const SurfaceSize& size, uint32_t uiFirstRow, uint32_t uiRowCount,
+                    T* pDestination)
 {
     static_assert(Kernel::kSize == 3);
     using Cache = CRowCache<3, (k_uiTileColumns + 2) * k_uiWorkingChannels>;
@@ -53,6 +54,7 @@ bool smoothByRows(const T* pSource, T* pDestination, const SurfaceSize& size, co
     if (!pCaches)
         return false;
     const SmoothKernels<T>& rowKernels = getSmoothKernels<T>();
+    const SurfaceSize held = {size.uiWidth, uiRowCount, size.uiDepth};
 
     for (uint32_t uiBegin = 0, uiCount; uiBegin < size.uiWidth; uiBegin += uiCount)
     {
@@ -60,14 +62,14 @@ bool smoothByRows(const T* pSource, T* pDestination, const SurfaceSize& size, co
         for (uint32_t z = 0; z < size.uiDepth; ++z)
         {
             std::for_each_n(pCaches.get(), Kernel::kDepth, [](Cache& cache) { cache.clear(); });
-            for (uint32_t y = 0; y < size.uiHeight; ++y)
+            for (uint32_t y = uiFirstRow; y < uiFirstRow + uiRowCount; ++y)
             {
                 const std::array<uint32_t, 3> auiWanted = {clampedNeighbour(y, -1, size.uiHeight), y,
                                                            clampedNeighbour(y, 1, size.uiHeight)};
-                std::array<const float*, size_t{3} * Kernel::kDepth> pRows;
-                for (int k = 0; k < Kernel::kDepth; ++k)
+                std::array<const float*, Kernel::kRows> pRows;
+                for (size_t k = 0; k < size_t{Kernel::kDepth}; ++k)
                 {
-                    const uint32_t uiSlice = clampedNeighbour(z, k - Kernel::kDepth / 2, size.uiDepth);
+                    const uint32_t uiSlice = clampedNeighbour(z, static_cast<int>(k) - Kernel::kDepth / 2, size.uiDepth);
                     const auto makeRow = [&](uint32_t uiRow, float* pFloats)
                     {
                         const T* pRow = pSource + size.getPixelIndex(uiBegin, uiRow, uiSlice) * k_uiWorkingChannels;
@@ -79,11 +81,11 @@ bool smoothByRows(const T* pSource, T* pDestination, const SurfaceSize& size, co
                         rowKernels.toFloats(pRow, size_t{uiCount} * k_uiWorkingChannels, pInner);
                         rowKernels.toFloats(pRight, k_uiWorkingChannels, pInner + size_t{uiCount} * k_uiWorkingChannels);
                     };
-                    pCaches[k].select(auiWanted, makeRow, &pRows[3 * static_cast<size_t>(k)]);
+                    pCaches[k].select(auiWanted, makeRow, &pRows[3 * k]);
                 }
                 rowKernels.smoothRow(pRows.data(), kernel.afWeights.data(), pRows.size(), kernel.fScale,
                                      size_t{uiCount} * k_uiWorkingChannels,
-                                     pDestination + size.getPixelIndex(uiBegin, y, z) * k_uiWorkingChannels);
+                                     pDestination + held.getPixelIndex(uiBegin, y - uiFirstRow, z) * k_uiWorkingChannels);
             }
         }
     }
@@ -102,19 +104,19 @@ void smoothSurfaceReference(const T* pSource, T* pDestination, const SurfaceSize
 }
 
 template <typename T>
-bool smoothSurface(const T* pSource, T* pDestination, const SurfaceSize& size)
+bool smoothRows(const T* pSource, const SurfaceSize& size, uint32_t uiFirstRow, uint32_t uiRowCount, T* pDestination)
 {
-    return size.uiDepth == 1 ? smoothByRows(pSource, pDestination, size, k_SmoothingKernel2D)
-                             : smoothByRows(pSource, pDestination, size, k_SmoothingKernel3D);
+    return size.uiDepth == 1 ? smoothRowsWith(k_SmoothingKernel2D, pSource, size, uiFirstRow, uiRowCount, pDestination)
+                             : smoothRowsWith(k_SmoothingKernel3D, pSource, size, uiFirstRow, uiRowCount, pDestination);
 }
 
 template void smoothSurfaceReference(const uint8_t*, uint8_t*, const SurfaceSize&);
 template void smoothSurfaceReference(const uint16_t*, uint16_t*, const SurfaceSize&);
 template void smoothSurfaceReference(const uint32_t*, uint32_t*, const SurfaceSize&);
 template void smoothSurfaceReference(const float*, float*, const SurfaceSize&);
-template bool smoothSurface(const uint8_t*, uint8_t*, const SurfaceSize&);
-template bool smoothSurface(const uint16_t*, uint16_t*, const SurfaceSize&);
-template bool smoothSurface(const uint32_t*, uint32_t*, const SurfaceSize&);
-template bool smoothSurface(const float*, float*, const SurfaceSize&);
+template bool smoothRows(const uint8_t*, const SurfaceSize&, uint32_t, uint32_t, uint8_t*);
+template bool smoothRows(const uint16_t*, const SurfaceSize&, uint32_t, uint32_t, uint16_t*);
+template bool smoothRows(const uint32_t*, const SurfaceSize&, uint32_t, uint32_t, uint32_t*);
+template bool smoothRows(const float*, const SurfaceSize&, uint32_t, uint32_t, float*);
 
 } // namespace moxtexture

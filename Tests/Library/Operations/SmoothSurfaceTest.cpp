@@ -23,7 +23,7 @@ std::vector<T> smoothPoint(const SurfaceSize& size, size_t uiPixel, T value)
     std::vector<T> source(uiPixelCount * k_uiWorkingChannels);
     std::vector<T> smoothed(source.size());
     source[uiPixel * k_uiWorkingChannels] = value;
-    EXPECT_TRUE(smoothSurface(source.data(), smoothed.data(), size));
+    EXPECT_TRUE(smoothRows(source.data(), size, 0, size.uiHeight, smoothed.data()));
     std::vector<T> red;
     for (size_t i = 0; i < uiPixelCount; ++i)
         red.push_back(smoothed[i * k_uiWorkingChannels]);
@@ -91,9 +91,27 @@ TYPED_TEST(SmoothingOfEveryKind, EqualsThePlainForm)
             [&]
             {
                 std::vector<TypeParam> actual(source.size());
-                ASSERT_TRUE(smoothSurface(source.data(), actual.data(), size));
+                ASSERT_TRUE(smoothRows(source.data(), size, 0, size.uiHeight, actual.data()));
                 EXPECT_EQ(expected, actual);
                 EXPECT_EQ(0, std::memcmp(expected.data(), actual.data(), expected.size() * sizeof(TypeParam)));
             });
     }
+}
+
+TEST(SmoothSurface, ARangeOfRowsIsThatPartOfTheWhole)
+{
+    const SurfaceSize size = {7, 9, 2};
+    const std::vector<uint8_t> source = testsupport::CSeededRandom(4).bytes(size.getPixelIndex(0, 0, 2) * k_uiWorkingChannels);
+    std::vector<uint8_t> whole(source.size());
+    smoothSurfaceReference(source.data(), whole.data(), size);
+    for (uint32_t uiFirst = 0; uiFirst < 9; ++uiFirst)
+        for (uint32_t uiCount = 1; uiFirst + uiCount <= 9; ++uiCount)
+        {
+            const SurfaceSize part = {7, uiCount, 2};
+            std::vector<uint8_t> rows(part.getPixelIndex(0, 0, 2) * k_uiWorkingChannels);
+            ASSERT_TRUE(smoothRows(source.data(), size, uiFirst, uiCount, rows.data()));
+            for (uint32_t z = 0; z < 2; ++z)
+                EXPECT_EQ(0, std::memcmp(whole.data() + 4 * size.getPixelIndex(0, uiFirst, z),
+                                         rows.data() + 4 * part.getPixelIndex(0, 0, z), size_t{4} * 7 * uiCount));
+        }
 }
