@@ -8,12 +8,14 @@
 
 #include <cstring>
 
+#include <hwy/highway.h>
+
 #include "Codecs/BC/BcBlockRow.h"
 
 // Blocks side by side: each has one lane of a vector, and the blocks of one vector are a group. A row of blocks is encoded in
 // runs of k_uiRunBlocks, whose pixels are first brought into that order.
 //
-// To be included after <hwy/highway.h>, by sources that give the same bytes as their plain forms.
+// For sources that give the same bytes as their plain forms.
 
 HWY_BEFORE_NAMESPACE();
 namespace moxtexture

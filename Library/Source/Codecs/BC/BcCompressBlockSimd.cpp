@@ -272,7 +272,7 @@ HWY_NOINLINE void findAxes(Run& run)
 {
     const size_t uiLanes = hn::Lanes(df);
     for (auto& afVector : run.aafVector)
-        std::fill_n(afVector, run.uiListed, 1.0f);
+        std::fill_n(afVector, run.uiListed + uiLanes, 1.0f);
     for (uint32_t uiSteps = 0; uiSteps < k_uiBcAxisSteps && run.uiListed > 0; uiSteps += k_uiStepsInTurn)
     {
         // The lanes beyond the end have a matrix of zeros, which ends at once, and are not written.
