@@ -378,13 +378,13 @@ HWY_INLINE void fitGroup(bool bOneBitAlpha, Run& run, size_t uiBlock)
         leftOut = hn::Or(hn::ShiftLeft<2>(leftOut), hn::IfThenZeroElse(hn::RebindMask(du, isStep), hn::Set(du, 3)));
     }
 
-    // Of four colours, steps 0, 1, 2, 3 have the indices 0, 2, 3, 1; of three, steps 0, 1, 2 have 0, 2, 1.
+    // Of four colours, steps 0, 1, 2, 3 have the indices 0, 2, 3, 1; of three, steps 0, 1, 2 have 0, 2, 1. A transparent pixel has
+    // both bits set, so that no index of the block before can show through.
     const VU evenBits = hn::Set(du, 0x55555555);
     const VU low = hn::And(steps, evenBits);
     const VU high = hn::And(hn::ShiftRight<1>(steps), evenBits);
     const VU upperBit = hn::Xor(low, hn::IfThenZeroElse(isThreeColours, high));
     VU indices = hn::Or(hn::Or(high, hn::ShiftLeft<1>(upperBit)), transparentSlots);
-    leftOut = hn::AndNot(transparentSlots, leftOut);
     const MU isOneColour = hn::Eq(colour0, colour1);
     indices = hn::IfThenZeroElse(isOneColour, indices);
     leftOut = hn::IfThenZeroElse(isOneColour, leftOut);

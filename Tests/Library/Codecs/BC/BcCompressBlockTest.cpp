@@ -172,6 +172,22 @@ TEST(BcCompressBlock, AnIndexThatIsLeftOutOfThreeKeepsThatOfTheBlockBefore)
     }
 }
 
+TEST(BcCompressBlock, StepsAreTruncatedTowardsZeroSoThatAPixelALittleBeforeTheFirstTakesIt)
+{
+    // The block of transparentBlockWithFirstIndexLeftOut, made opaque: colour 0 is (165, 255, 0), d = (-140, -100), |d|^2 = 29600.
+    //     (255, 205): -7600 / 29600 = -0.2568   3 t + 0.5 = -0.27   step 0, index 0
+    //     (115, 65):  26000 / 29600 = 0.8784                 3.14   step 3, index 1
+    //     (65, 255):  14000 / 29600 = 0.4730                 1.92   step 1, index 2
+    //     (125, 255):  5600 / 29600 = 0.1892                 1.07   step 1, index 2
+    //     (65, 195):  20000 / 29600 = 0.6757                 2.53   step 2, index 3
+    BcPixels pixels = transparentBlockWithFirstIndexLeftOut();
+    for (uint32_t& uiPixel : pixels)
+        uiPixel |= 0xFF000000;
+    BcIndexSlots slots{0xFFFFFFFF};
+    EXPECT_EQ(colourPart(0xA7E0, 0x1CC0, packIndices({0, 1, 2, 2, 2, 2, 2, 2, 2, 2, 2, 2, 3, 3, 3, 3})),
+              bcCompressBlock(pixels, true, slots));
+}
+
 TEST(BcCompressBlock, EveryKindOfBlockLeavesItsIndicesToTheNext)
 {
     BcPixels blackFirst = flatBlock(grey(255));
