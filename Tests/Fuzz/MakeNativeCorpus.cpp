@@ -1,0 +1,178 @@
+// make-native-corpus FOLDER: writes the seed corpus of NativeReaderFuzz. The same files on every run.
+
+#include <cctype>
+#include <cstdio>
+#include <string>
+#include <utility>
+
+#include "Core/FileHandle.h"
+#include "Formats/FormatNames.h"
+#include "Support/CatalogueLayouts.h"
+#include "Support/NativeFileBuilder.h"
+#include "Support/SeededPictures.h"
+#include "Texture/CMOXTextureHeader.h"
+
+using namespace moxtexture;
+using namespace testsupport;
+
+namespace
+{
+
+constexpr uint32_t k_uiNative = CNativeFileBuilder::k_ui32Native;
+constexpr uint32_t k_uiFont = 0x746E6F66; // "font"
+
+class CCorpus
+{
+public:
+    explicit CCorpus(std::string strFolder) : m_strFolder(std::move(strFolder)) {}
+
+    void write(const std::string& strName, const CNativeFileBuilder& builder)
+    {
+        const std::vector<uint8_t> bytes = builder.bytes();
+        CFileHandle file = CFileHandle::openForWriting(m_strFolder + "/" + strName + ".mox");
+        m_bGood = file.isOpen() && std::fwrite(bytes.data(), bytes.size(), 1, file.get()) == 1 && file.close() && m_bGood;
+    }
+
+    bool isGood() const { return m_bGood; }
+
+private:
+    std::string m_strFolder;
+    bool m_bGood = true;
+};
+
+/// A texture with its data, seeded by its own shape.
+struct Seed
+{
+    MOXPixelWord format = k_RGBA8;
+    uint32_t uiType = eCT_UnsignedNormalisedByte;
+    uint32_t uiSpace = eCS_Linear;
+    uint32_t uiWidth = 3, uiHeight = 2, uiDepth = 1;
+    uint32_t uiLevels = 1, uiMembers = 1, uiFaces = 1;
+
+    CNativeFileBuilder builder() const
+    {
+        const CMOXTextureHeader header(format, uiHeight, uiWidth, uiDepth, uiLevels, uiMembers, uiFaces,
+                                       static_cast<EMOXTColourSpace>(uiSpace), static_cast<EMOXTChannelType>(uiType), false);
+        const uint32_t uiSize = header.getDataSize();
+        return CNativeFileBuilder()
+            .format(format.getWord())
+            .channelType(uiType)
+            .colourSpace(uiSpace)
+            .size(uiWidth, uiHeight, uiDepth)
+            .levels(uiLevels)
+            .members(uiMembers)
+            .faces(uiFaces)
+            .data(CSeededRandom(format.getWord() + uiSize).bytes(uiSize));
+    }
+};
+
+/// "RGBA 8 8 8 8 " becomes "rgba-8-8-8-8"
+std::string fileName(const std::string& strFormatName)
+{
+    std::string strName;
+    for (const char c : strFormatName)
+        strName += c == ' ' ? '-' : static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    return strName.substr(0, strName.find_last_not_of('-') + 1);
+}
+
+void writeFormats(CCorpus& corpus)
+{
+    for (const CatalogueLayout& row : k_aCatalogueLayouts)
+    {
+        Seed seed;
+        seed.format = row.getFormat();
+        seed.uiType = row.uiType;
+        const std::string strName = "layout-" + fileName(getFormatName(seed.format)) + "-type-" + std::to_string(row.uiType);
+        corpus.write(strName, seed.builder());
+        seed.uiSpace = eCS_sRGB;
+        if (row.bAlsoSRGB)
+            corpus.write(strName + "-srgb", seed.builder());
+    }
+    for (uint32_t i = 0; i < ePF_Count; ++i)
+    {
+        Seed seed;
+        seed.format = static_cast<EMOXTPixelFormat>(i);
+        seed.uiWidth = 9;
+        seed.uiHeight = 5;
+        corpus.write("number-" + std::to_string(i) + "-" + fileName(getFormatName(seed.format)), seed.builder());
+    }
+}
+
+void writeShapes(CCorpus& corpus)
+{
+    Seed levels;
+    levels.uiWidth = 8;
+    levels.uiHeight = 4;
+    levels.uiLevels = 4;
+    corpus.write("shape-levels", levels.builder());
+    Seed array;
+    array.uiMembers = 3;
+    corpus.write("shape-array", array.builder());
+    Seed cube;
+    cube.uiWidth = cube.uiHeight = 2;
+    cube.uiFaces = 6;
+    corpus.write("shape-cube", cube.builder());
+    Seed depth;
+    depth.uiDepth = 4;
+    depth.uiLevels = 3;
+    corpus.write("shape-3d", depth.builder());
+    Seed all;
+    all.format = ePF_BC3;
+    all.uiWidth = all.uiHeight = 5;
+    all.uiDepth = 2;
+    all.uiLevels = 2;
+    all.uiMembers = 2;
+    all.uiFaces = 6;
+    corpus.write("shape-all", all.builder());
+    corpus.write("shape-thirty-two-levels", CNativeFileBuilder().levels(32).data({1, 2, 3, 4}));
+    corpus.write("shape-no-level", CNativeFileBuilder().levels(0).data({1, 2, 3, 4}));
+    corpus.write("shape-far-too-much", CNativeFileBuilder().size(0xFFFFFFFF, 0xFFFFFFFF, 0xFFFFFFFF).data({1, 2, 3, 4}));
+}
+
+void writeMetaData(CCorpus& corpus)
+{
+    const CNativeFileBuilder plain = Seed().builder();
+    const auto make = [&](const std::string& strName, CNativeFileBuilder builder) { corpus.write("metadata-" + strName, builder); };
+    const auto from = [&] { return plain; };
+    make("bump-map", from().block(k_uiNative, 1, {0, 0, 0x80, 0x3F, 'x', 'y', 'z', 'h'}));
+    make("cube-order", from().faces(6).block(k_uiNative, 2, {'X', 'x', 'Y', 'y', 'Z', 'z'}));
+    make("orientation", from().block(k_uiNative, 3, {1, 2, 4}));
+    make("border", from().block(k_uiNative, 4, {1, 0, 0, 0, 2, 0, 0, 0, 0, 0, 0, 0}));
+    make("padding", from().block(k_uiNative, 5, std::vector<uint8_t>(9)));
+    make("short-records", from().block(k_uiNative, 1, {1}).block(k_uiNative, 3, {1}).block(k_uiNative, 4, {1}));
+    make("many-owners", from().block(k_uiFont, 0, {1}).block(0, 0xFFFFFFFF, {2, 3}).block(k_uiFont, 1, {4}));
+    make("key-twice", from().block(k_uiFont, 0, {1, 2, 3}).block(k_uiFont, 0, {4}));
+    make("empty-block", from().block(k_uiFont, 0, std::vector<uint8_t>()));
+    make("overrun", from().metaDataSize(20).block(k_uiFont, 0, {1}).block(k_uiFont, 1, {2, 3, 4}));
+    make("claims-all", from().metaDataSize(0xFFFFFFFF).block(k_uiFont, 0, 0xFFFFFFFF, {1}));
+}
+
+void writeEndings(CCorpus& corpus)
+{
+    corpus.write("end-no-data", CNativeFileBuilder());
+    corpus.write("end-short-data", CNativeFileBuilder().size(4, 4).data({1, 2, 3}));
+    corpus.write("end-bytes-behind", CNativeFileBuilder().data({1, 2, 3, 4, 5, 6}));
+    corpus.write("flags-pre-multiplied", CNativeFileBuilder().flags(3).data({1, 2, 3, 4}));
+    corpus.write("version-52", CNativeFileBuilder().version(52).data({1, 2, 3, 4}));
+    corpus.write("version-44", CNativeFileBuilder().version(44).data({1, 2, 3, 4}));
+    corpus.write("version-unknown", CNativeFileBuilder().version(0x03584F4E).data({1, 2, 3, 4}));
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (argc != 2)
+    {
+        std::fputs("usage: make-native-corpus FOLDER\n", stderr);
+        return 2;
+    }
+    CCorpus corpus(argv[1]);
+    writeFormats(corpus);
+    writeShapes(corpus);
+    writeMetaData(corpus);
+    writeEndings(corpus);
+    if (!corpus.isGood())
+        std::fputs("make-native-corpus: could not write all files\n", stderr);
+    return corpus.isGood() ? 0 : 1;
+}
