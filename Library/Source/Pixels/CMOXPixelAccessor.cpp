@@ -5,6 +5,7 @@
 
 #include "Core/ByteOrder.h"
 #include "Pixels/ColourSpaceMapping.h"
+#include "Pixels/Greys.h"
 
 namespace moxtexture
 {
@@ -82,6 +83,11 @@ CMOXPixelAccessor::CMOXPixelAccessor(MOXPixelWord pixelFormat, EMOXTChannelType 
     }
 }
 
+unsigned int CMOXPixelAccessor::getColourCount() const
+{
+    return (hasChannel(eChannelRed) ? 1u : 0u) + (hasChannel(eChannelGreen) ? 1u : 0u) + (hasChannel(eChannelBlue) ? 1u : 0u);
+}
+
 float CMOXPixelAccessor::readPlace(const ChannelPlace& place) const
 {
     if (place.eReadRule == EValueRule::eNothing)
@@ -152,19 +158,10 @@ bool CMOXPixelAccessor::convertFrom(const CMOXPixelAccessor& source)
     else if (bSourceLuminance)
         fIntensity = fFill = source.readChannel(eChannelLuminance);
     else if (bLuminance)
-    {
-        // Channels that the source has not read as 0.0.
-        fLuminance = k_fLuminanceOfRed * source.readChannel(eChannelRed) + k_fLuminanceOfGreen * source.readChannel(eChannelGreen) +
-                     k_fLuminanceOfBlue * source.readChannel(eChannelBlue);
-    }
+        fLuminance = getLuminanceOf(source.readChannel(eChannelRed), source.readChannel(eChannelGreen), source.readChannel(eChannelBlue));
     else if (bIntensity)
-    {
-        const unsigned int uiCount = (source.hasChannel(eChannelRed) ? 1u : 0u) + (source.hasChannel(eChannelGreen) ? 1u : 0u) +
-                                     (source.hasChannel(eChannelBlue) ? 1u : 0u);
-        if (uiCount != 0)
-            fIntensity = (source.readChannel(eChannelRed) + source.readChannel(eChannelGreen) + source.readChannel(eChannelBlue)) /
-                         static_cast<float>(uiCount);
-    }
+        fIntensity = getMeanOf(source.readChannel(eChannelRed), source.readChannel(eChannelGreen), source.readChannel(eChannelBlue),
+                               static_cast<float>(source.getColourCount()));
 
     for (const ChannelPlace& place : m_aPlaces)
     {

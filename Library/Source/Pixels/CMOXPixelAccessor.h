@@ -64,6 +64,8 @@ public:
     [[nodiscard]] int getPosition(EChannelName eName) const { return eName < m_ai8Position.size() ? m_ai8Position[eName] : -1; }
     [[nodiscard]] bool hasChannel(EChannelName eName) const { return getPosition(eName) >= 0; }
 
+    /// How many of red, green and blue there are.
+    [[nodiscard]] unsigned int getColourCount() const;
     /// 1.0 for alpha and the unspecified channel where the layout has none, 0.0 for any other.
     [[nodiscard]] float readChannel(EChannelName eName) const;
     /// Does nothing for a channel that the layout has not.
@@ -94,10 +96,5 @@ private:
     std::array<int8_t, 8> m_ai8Position;
     std::array<uint8_t, k_uiRawBytes> m_aui8Raw = {};
 };
-
-// The parts of the grey that is made from colours; missing channels are left out and the others not raised for them.
-inline constexpr float k_fLuminanceOfRed = 0.2126f;
-inline constexpr float k_fLuminanceOfGreen = 0.7152f;
-inline constexpr float k_fLuminanceOfBlue = 0.0722f;
 
 } // namespace moxtexture

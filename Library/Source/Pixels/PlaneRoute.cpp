@@ -2,6 +2,7 @@
 
 #include "Pixels/ColourStep.h"
 #include "Pixels/ConversionRoute.h"
+#include "Pixels/Greys.h"
 #include "Pixels/PixelBlock.h"
 #include "Pixels/ValuePlanes.h"
 
@@ -81,34 +82,25 @@ private:
             std::fill_n(m_afMade, uiCount, 1.0f);
             break;
         case EValueSource::eWeightedSum:
-            addColours(k_fLuminanceOfRed, k_fLuminanceOfGreen, k_fLuminanceOfBlue, uiCount);
+            mixColours(uiCount, getLuminanceOf);
             break;
         case EValueSource::eMean:
-            addColours(1.0f, 1.0f, 1.0f, uiCount);
-            if (const auto uiColours = getColourCount(); uiColours != 0)
-                for (size_t i = 0; i < uiCount; ++i)
-                    m_afMade[i] /= static_cast<float>(uiColours);
+            mixColours(uiCount, [fCount = static_cast<float>(m_Plan.source.getColourCount())](float fRed, float fGreen, float fBlue)
+                       { return getMeanOf(fRed, fGreen, fBlue, fCount); });
             break;
         }
         return m_afMade;
     }
 
-    unsigned int getColourCount() const
-    {
-        unsigned int uiColours = 0;
-        for (unsigned int i = 0; i < m_Plan.source.getChannelCount(); ++i)
-            uiColours += isMixed(m_Plan.source.getPlace(i).eName) ? 1 : 0;
-        return uiColours;
-    }
-
-    /// The weighted sum, red first; a channel that the source has not is 0.0.
-    void addColours(float fRed, float fGreen, float fBlue, size_t uiCount)
+    /// A channel that the source has not is 0.0.
+    template <typename Mix>
+    void mixColours(size_t uiCount, Mix mix)
     {
         const float* pRed = getColour(eChannelRed);
         const float* pGreen = getColour(eChannelGreen);
         const float* pBlue = getColour(eChannelBlue);
         for (size_t i = 0; i < uiCount; ++i)
-            m_afMade[i] = fRed * pRed[i] + fGreen * pGreen[i] + fBlue * pBlue[i];
+            m_afMade[i] = mix(pRed[i], pGreen[i], pBlue[i]);
     }
 
     const float* getColour(EChannelName eName) const

@@ -53,14 +53,11 @@ TEST(Dither, TheBrightestByteStaysAndGivesNoError)
 
 TEST(Dither, AnErrorOfFourGivesTwoToTheRightAndOneToBothPixelsBelow)
 {
-    // 4 becomes 0. The neighbours become 8 + 2 = 10, 8 + 1 = 9, and 8 + 1 = 9 with what they themselves give on:
-    // below, 9 shows 8 + 0 = 8 (1 >> 3 of 9 is 1, so 8 + (9 >> 5) = 8) with error 1, which gives nothing. The right one, 10, shows 8
-    // with error 2, which gives 0 below.
-    EXPECT_THAT(ditherReds(k_RGB555, 2, 2, 1, {4, 8, 8, 8}), ElementsAre(0, 8, 8, 8));
-    // Seen where the parts carry a neighbour over a step: 6 + 2, 7 + 1 and 7 + 1 reach 8, and 7 alone stays below it.
+    // 6 + 2, 7 + 1 and 7 + 1 all reach 8, the lowest byte that shows 8.
     EXPECT_THAT(ditherReds(k_RGB555, 2, 2, 1, {4, 6, 7, 7}), ElementsAre(0, 8, 8, 8));
-    // Without the error: 6 shows 0 and gives 3 and 1; the second row's 7 shows 0 too.
-    EXPECT_THAT(ditherReds(k_RGB555, 2, 1, 1, {0, 6}), ElementsAre(0, 0));
+    // One less each, and nothing reaches it.
+    EXPECT_THAT(ditherReds(k_RGB555, 2, 1, 1, {4, 5}), ElementsAre(0, 0));
+    EXPECT_THAT(ditherReds(k_RGB555, 1, 2, 1, {4, 6}), ElementsAre(0, 0));
 }
 
 TEST(Dither, NegativeErrorsAreCutTowardsZeroAndClampedAtBlack)
@@ -74,11 +71,14 @@ TEST(Dither, NegativeErrorsAreCutTowardsZeroAndClampedAtBlack)
 TEST(Dither, ErrorsArriveFromTheUpperLeftThenTheLeftThenAbove)
 {
     // At 1 bit: 100 shows 50, error 50 (25, 12). 128 shows 192, error -64 (-32, -16). 200 shows 128 + 100 = 228, error -28 (-14, -7).
-    // Pixel (1, 1) starts with 10. From (0, 0) comes 12: 22. From (0, 1), 116 + 12 = 128, comes -32: 0, clamped. From (1, 0),
-    // 175 + 25 = 200, comes -7: 0. In another order the clamps would bite elsewhere.
-    EXPECT_THAT(ditherReds(layout("r", 1, 0), 2, 2, 1, {100, 175, 116, 10}), ElementsAre(50, 228, 192, 0));
-    // With 60 below right: 60 + 12 - 32 - 7 = 33 shows 16.
-    EXPECT_THAT(ditherReds(layout("r", 1, 0), 2, 2, 1, {100, 175, 116, 60}), ElementsAre(50, 228, 192, 16));
+    // Pixel (1, 0) is 175 + 25 = 200 and pixel (0, 1) is 116 + 12 = 128. Pixel (1, 1) receives 12, then -32, then -7.
+    constexpr MOXPixelWord oneBit = layout("r", 1);
+    // 60 + 12 - 32 - 7 = 33 shows 16.
+    EXPECT_THAT(ditherReds(oneBit, 2, 2, 1, {100, 175, 116, 60}), ElementsAre(50, 228, 192, 16));
+    // 10 + 12 - 32 is cut to 0, which stays.
+    EXPECT_THAT(ditherReds(oneBit, 2, 2, 1, {100, 175, 116, 10}), ElementsAre(50, 228, 192, 0));
+    // 250 + 12 is cut to 255, less 39 is 216, which shows 128 + 108. In another order nothing would be cut: 223 shows 128 + 111.
+    EXPECT_THAT(ditherReds(oneBit, 2, 2, 1, {100, 175, 116, 250}), ElementsAre(50, 228, 192, 236));
 }
 
 TEST(Dither, NothingCrossesDepthSlices)
@@ -119,19 +119,19 @@ TEST(Dither, BitsOfLayoutsGoByTheirLetters)
 TEST(Dither, BitsOfNumberedFormats)
 {
     const auto bits = [](uint32_t uiFormat) { return getDitherBits(static_cast<EMOXTPixelFormat>(uiFormat)); };
-    for (const uint32_t i : {0, 2})
+    for (const uint32_t i : {0u, 2u})
         EXPECT_THAT(bits(i), ElementsAre(5, 5, 5, 0)) << i;
-    for (const uint32_t i : {1, 3, 4, 5})
+    for (const uint32_t i : {1u, 3u, 4u, 5u})
         EXPECT_THAT(bits(i), ElementsAre(4, 4, 4, 3)) << i;
-    for (const uint32_t i : {6, 23})
+    for (const uint32_t i : {6u, 23u})
         EXPECT_THAT(bits(i), ElementsAre(4, 4, 4, 4)) << i;
     EXPECT_THAT(bits(7), ElementsAre(5, 6, 5, 1));
-    for (const uint32_t i : {8, 9, 10, 11})
+    for (const uint32_t i : {8u, 9u, 10u, 11u})
         EXPECT_THAT(bits(i), ElementsAre(5, 6, 5, 8)) << i;
     EXPECT_THAT(bits(12), ElementsAre(8, 0, 0, 0));
     EXPECT_THAT(bits(13), ElementsAre(8, 8, 0, 0));
     EXPECT_THAT(bits(14), ElementsAre(16, 16, 16, 0));
-    for (const uint32_t i : {15, 16, 17, 20, 21})
+    for (const uint32_t i : {15u, 16u, 17u, 20u, 21u})
         EXPECT_THAT(bits(i), ElementsAre(8, 8, 8, 0)) << i;
     EXPECT_THAT(bits(18), ElementsAre(1, 1, 1, 0));
     EXPECT_THAT(bits(19), ElementsAre(14, 14, 14, 0));
