@@ -16,7 +16,8 @@ namespace moxtexture
 namespace
 {
 
-constexpr size_t k_uiHelpColumn = 36;
+constexpr size_t k_uiHelpColumn = 36; ///< where explanations begin
+constexpr size_t k_uiHelpWidth = 64;  ///< of explanations, in characters
 
 struct VerbRow
 {
@@ -32,19 +33,48 @@ constexpr VerbRow k_aVerbs[] = {
     {"convert",
      "INPUT -o OUTPUT [operations] [target] [--pad N]\n"
      "INPUT... --out-dir DIR --ext mox|ktx|dds|h [operations] [target] [--pad N] [--jobs N] [--quiet]",
-     "Load a texture or image, edit it, encode it, and save it by the output's extension.", describeConvert,
+     "Load a texture or an image, edit it, encode it, save it.", describeConvert,
      "  halvane-cli convert photo.png --assume-space srgb -o photo.mox --mips all --format bc1\n"
      "  halvane-cli convert a.mox -o b.mox --resize 256x256 --filter cubic --mips all --colour-mips\n"
      "  halvane-cli convert textures/*.png --out-dir built --ext mox --mips all --format bc3"},
-    {"extract", "INPUT -o IMAGE [--level L] [--member M] [--face F]", "Save one surface of a texture as an ordinary image (png, bmp, jpg).",
+    {"extract", "INPUT -o IMAGE [--level L] [--member M] [--face F]", "Save one surface of a texture as an ordinary image.",
      describeExtract, "  halvane-cli extract photo.mox -o level2.png --level 2"},
 };
 
-/// CLI11's help with our usage lines, which tell a verb's forms.
+/// The words in lines of at most uiWidth characters.
+std::string wrapWords(const std::string& strText, size_t uiWidth)
+{
+    std::istringstream words(strText);
+    std::string strResult;
+    size_t uiColumn = 0;
+    for (std::string strWord; words >> strWord; uiColumn += strWord.size())
+    {
+        const bool bFits = uiColumn + 1 + strWord.size() <= uiWidth;
+        if (!strResult.empty())
+            strResult += bFits ? ' ' : '\n';
+        uiColumn = bFits ? uiColumn + 1 : 0;
+        strResult += strWord;
+    }
+    return strResult;
+}
+
+/// CLI11's help with our usage lines, which tell a verb's forms, and with long explanations wrapped.
 class CHelp : public CLI::Formatter
 {
 public:
-    CHelp() { column_width(k_uiHelpColumn); }
+    CHelp()
+    {
+        column_width(k_uiHelpColumn);
+        label("Positionals", "Files");
+        label("REQUIRED", "(required)");
+    }
+
+    std::string make_option_desc(const CLI::Option* pOption) const override { return wrapWords(pOption->get_description(), k_uiHelpWidth); }
+
+    std::string make_help(const CLI::App* pApp, std::string strName, CLI::AppFormatMode eMode) const override
+    {
+        return CLI::detail::find_and_replace(CLI::Formatter::make_help(pApp, std::move(strName), eMode), "\n\n\n", "\n\n");
+    }
 
     std::string make_usage(const CLI::App* pApp, std::string) const override
     {
@@ -85,15 +115,14 @@ public:
         m_App.formatter(m_pHelp);
         m_App.set_help_flag("-h,--help", "This help, or a verb's, and end");
         m_App.set_version_flag("--version", "halvane-cli " HALVANE_VERSION, "The version, and end");
-        m_App.get_formatter()->label("Subcommands", "Verbs");
         m_App.require_subcommand(0, 1);
-        m_App.footer("\nhalvane-cli VERB --help tells a verb's options.\n"
+        m_App.footer("halvane-cli VERB --help tells a verb's options.\n"
                      "Exit status: 0 done, 1 the work failed, 2 the words were wrong.");
         for (const VerbRow& row : k_aVerbs)
         {
             CLI::App* pVerb = m_App.add_subcommand(row.strName, row.strHelp)->group("Verbs");
             pVerb->set_help_flag("-h,--help", "This help, and end");
-            pVerb->footer(std::string("\nExamples:\n") + row.strExamples);
+            pVerb->footer(std::string("Examples:\n") + row.strExamples);
             m_Runs.push_back(row.pDescribe(*pVerb));
         }
     }
@@ -113,6 +142,11 @@ public:
         catch (const CLI::CallForVersion& version)
         {
             return done(std::string(version.what()) + "\n");
+        }
+        catch (const CLI::ExtrasError&)
+        {
+            // The library's own message names them in reverse.
+            return wrongWords("Not expected: " + CLI::detail::join(m_App.remaining(true), " "));
         }
         catch (const CLI::ParseError& error)
         {

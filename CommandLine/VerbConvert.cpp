@@ -110,7 +110,7 @@ Outcome runConvert(ConvertWords& words, COutputsInFlight& outputs)
 VerbRun describeConvert(CLI::App& verb)
 {
     auto pWords = std::make_shared<ConvertWords>();
-    verb.add_option("INPUT", pWords->inputs, "Textures (.mox) or ordinary images (.png, .bmp, .jpg, .tga ...)")->required();
+    verb.add_option("INPUT", pWords->inputs, "Textures (.mox) or ordinary images (.png, .bmp, .jpg, .tga ...)")->required()->type_name("");
     verb.add_option("-o,--output", pWords->strOutput, "The texture to write: .mox, .ktx, .dds or .h")->type_name("OUTPUT");
     addWordOption(verb, "--assume-space", pWords->conversion.eAssumedSpace, parseColourSpace, "lrgb|srgb", "colour space",
                   "Take the loaded pixels to be in this space, before anything else. Ordinary images load as lrgb; a photo is srgb");

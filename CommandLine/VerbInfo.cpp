@@ -1,3 +1,5 @@
+#include <algorithm>
+#include <charconv>
 #include <memory>
 
 #include <CLI/CLI.hpp>
@@ -6,6 +8,7 @@
 #include "CommandLine/Names.h"
 #include "CommandLine/Verb.h"
 #include "CommandLine/WordOptions.h"
+#include "Core/ByteOrder.h"
 #include "Formats/FormatNames.h"
 #include "Images/LoadTextureFile.h"
 
@@ -72,6 +75,19 @@ std::string describeAsJson(const std::string& strFile, const CMOXTexture& textur
     return json.getText() + "\n";
 }
 
+/// The scale as the shortest digits that read back as the same float, and the letters, which a file may have made anything.
+std::string describeBumpMap(const MetaDataBlock& block)
+{
+    uint8_t aui8Record[8];
+    block.read(aui8Record, sizeof aui8Record);
+    char acScale[32];
+    const std::to_chars_result result = std::to_chars(acScale, acScale + sizeof acScale, loadLE<float>(aui8Record));
+    std::string strText = "bump map, scale " + std::string(acScale, result.ptr) + ", channels ";
+    for (size_t i = 4; i < sizeof aui8Record && aui8Record[i] != 0; ++i)
+        strText += aui8Record[i] > ' ' && aui8Record[i] < 0x7F ? static_cast<char>(aui8Record[i]) : '?';
+    return strText;
+}
+
 /// What a block of the library's own says, or nothing.
 std::string explain(const CMOXTextureHeader& header, const MetaDataBlock& block)
 {
@@ -81,7 +97,7 @@ std::string explain(const CMOXTextureHeader& header, const MetaDataBlock& block)
     switch (block.u32Key)
     {
     case eMetaDataBumpMap:
-        return "bump map";
+        return describeBumpMap(block);
     case eMetaDataCubeMapOrder:
     {
         std::string strFaces = "cube map faces";
@@ -117,8 +133,8 @@ std::string describeBlock(const CMOXTextureHeader& header, const MetaDataBlock& 
     if (getHeldSize(block) > uiShownBytes)
         strHex += "...";
     const std::string strMeaning = explain(header, block);
-    return toHexNumber(block.DevFOURCC, 8) + " key " + std::to_string(block.u32Key) + ", " + std::to_string(block.u32DataSize) +
-           " bytes: " + strHex + (strMeaning.empty() ? "" : " (" + strMeaning + ")");
+    return toHexNumber(block.DevFOURCC, 8) + " key " + std::to_string(block.u32Key) + ", " + countBytes(block.u32DataSize) + ": " + strHex +
+           (strMeaning.empty() ? "" : " (" + strMeaning + ")");
 }
 
 std::string describeAsText(const std::string& strFile, const CMOXTexture& texture, bool bImage)
@@ -132,7 +148,7 @@ std::string describeAsText(const std::string& strFile, const CMOXTexture& textur
     };
     const auto number = [](uint32_t uiValue) { return std::to_string(uiValue); };
 
-    addLine("File", strFile);
+    addLine("File", toOneLine(strFile));
     addLine("Kind", bImage ? "image" : "texture");
     addLine("Format", toHexNumber(texture.getPixelFormat().getWord(), 16) + " " + getTidyName(texture.getPixelFormat()));
     addLine("Channel type", number(texture.getChannelType()) + " " + getChannelTypeName(texture.getChannelType(), false));
@@ -165,7 +181,7 @@ Outcome runInfo(const InfoWords& words)
 VerbRun describeInfo(CLI::App& verb)
 {
     auto pWords = std::make_shared<InfoWords>();
-    verb.add_option("FILE", pWords->strFile, "A texture, or an ordinary image")->required();
+    verb.add_option("FILE", pWords->strFile, "A texture, or an ordinary image")->required()->type_name("");
     addFlag(verb, "--json", pWords->bJson, "One JSON object instead of text");
     return [pWords](COutputsInFlight&) { return runInfo(*pWords); };
 }

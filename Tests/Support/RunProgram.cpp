@@ -104,11 +104,15 @@ CRunningProgram::CRunningProgram(const std::vector<std::string>& words, const Pr
 {
     const Channel output = makePipe();
     const Channel errors = setting.bTerminal ? makeTerminal() : makePipe();
+    const Channel started = makePipe(); // closed in the child where it becomes the program, and not before
     m_Process = orAbort(fork());
     if (m_Process == 0)
         become(words, setting, output.iTheirs, errors.iTheirs);
-    close(output.iTheirs);
-    close(errors.iTheirs);
+    for (const int iTheirs : {output.iTheirs, errors.iTheirs, started.iTheirs})
+        close(iTheirs);
+    std::string strNothing;
+    readSome(started.iOurs, strNothing);
+    close(started.iOurs);
     m_iOutput = output.iOurs;
     m_iErrors = errors.iOurs;
 }
