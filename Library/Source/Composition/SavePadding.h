@@ -11,6 +11,8 @@ namespace moxtexture
 ///
 /// An older padding record is taken out first, so saving again and again leaves one. Where no bytes are missing the record gets
 /// a whole step of them: a native file cannot hold a record without data. An alignment of 0 or 1 changes nothing.
+///
+/// On purpose: the length is counted modulo 2^32, so alignments that are no powers of two are not met.
 void setSavePadding(CMOXTextureHeader& header, uint32_t ui32Alignment);
 
 } // namespace moxtexture

@@ -15,7 +15,8 @@ namespace
 CMOXTexture fourGreys(uint32_t uiWidth, uint32_t uiHeight, uint32_t uiDepth)
 {
     const uint8_t aui8Greys[4] = {1, 2, 3, 4};
-    return CMOXTexture({layout("r", 8), uiHeight, uiWidth, uiDepth, 1, 1, 1, eCS_Linear, eCT_UnsignedNormalisedByte, false}, aui8Greys);
+    return CMOXTexture(
+        CMOXTextureHeader{layout("r", 8), uiHeight, uiWidth, uiDepth, 1, 1, 1, eCS_Linear, eCT_UnsignedNormalisedByte, false}, aui8Greys);
 }
 
 std::vector<int> redsOf(const CMOXTexture& texture)
@@ -69,7 +70,7 @@ TEST(CanonicalForm, IsLinear)
 {
     // 188 / 255 = 0.737255; (0.737255 + 0.0556) / 1.0556 = 0.751094 to the power 2.4 is 0.503166: 128.3 of 255.
     const uint8_t aui8Pixel[4] = {188, 188, 188, 255};
-    CMOXTexture texture({k_RGBA8, 1, 1, 1, 1, 1, 1, eCS_sRGB, eCT_UnsignedNormalisedByte, false}, aui8Pixel);
+    CMOXTexture texture(CMOXTextureHeader{k_RGBA8, 1, 1, 1, 1, 1, 1, eCS_sRGB, eCT_UnsignedNormalisedByte, false}, aui8Pixel);
     ASSERT_TRUE(toRGBA8Canonical(texture));
     EXPECT_EQ(eCS_Linear, texture.getColourSpace());
     EXPECT_EQ(128, texture.getDataPtr()[0]);

@@ -16,7 +16,8 @@ namespace
 CMOXTexture randomBlocks(EMOXTPixelFormat eFormat, uint32_t uiWidth, uint32_t uiHeight, uint32_t uiDepth = 1, uint32_t uiLevels = 1,
                          uint32_t uiMembers = 1, uint32_t uiFaces = 1)
 {
-    CMOXTexture texture({eFormat, uiHeight, uiWidth, uiDepth, uiLevels, uiMembers, uiFaces, eCS_sRGB, eCT_UnsignedNormalisedByte, true});
+    CMOXTexture texture(
+        CMOXTextureHeader{eFormat, uiHeight, uiWidth, uiDepth, uiLevels, uiMembers, uiFaces, eCS_sRGB, eCT_UnsignedNormalisedByte, true});
     const std::vector<uint8_t> bytes = testsupport::CSeededRandom(11).bytes(texture.getBlockSize());
     std::memcpy(texture.getDataPtr(), bytes.data(), bytes.size());
     return texture;
@@ -88,7 +89,7 @@ TEST(DecompressTexture, TakesEverySurfaceAndKeepsWhatTheHeaderSaysElse)
 TEST(DecompressTexture, AResultOfFourGiBLeavesTheTextureAsItIs)
 {
     // 16384 by 16384 by 8 at 4 bits is 1 GiB, as 8-bit RGBA 8 GiB.
-    CMOXTexture texture({ePF_BC1, 16384, 16384, 8, 1, 1, 1, eCS_Linear, eCT_UnsignedNormalisedByte, false});
+    CMOXTexture texture(CMOXTextureHeader{ePF_BC1, 16384, 16384, 8, 1, 1, 1, eCS_Linear, eCT_UnsignedNormalisedByte, false});
     EXPECT_EQ(0u, decompressTexture(texture));
     EXPECT_EQ(ePF_BC1, texture.getPixelFormat().getFormat());
     EXPECT_EQ(1u << 30, texture.getBlockSize());

@@ -12,7 +12,7 @@ namespace
 CMOXTexture onePixel(uint8_t r, uint8_t g, uint8_t b, uint8_t a)
 {
     const uint8_t aui8Pixel[4] = {r, g, b, a};
-    return CMOXTexture({k_RGBA8, 1, 1, 1, 1, 1, 1, eCS_sRGB, eCT_UnsignedNormalisedByte, false}, aui8Pixel);
+    return CMOXTexture(CMOXTextureHeader{k_RGBA8, 1, 1, 1, 1, 1, 1, eCS_sRGB, eCT_UnsignedNormalisedByte, false}, aui8Pixel);
 }
 
 std::vector<uint8_t> dithered(CMOXTexture texture, MOXPixelWord newFormat)
@@ -67,7 +67,7 @@ TEST(DitherTexture, FormatsWithoutBitCountsLeaveEveryValue)
 
 TEST(DitherTexture, EveryLevelIsDithered)
 {
-    CMOXTexture texture({k_RGBA8, 2, 2, 1, 2, 1, 1, eCS_Linear, eCT_UnsignedNormalisedByte, false});
+    CMOXTexture texture(CMOXTextureHeader{k_RGBA8, 2, 2, 1, 2, 1, 1, eCS_Linear, eCT_UnsignedNormalisedByte, false});
     for (uint32_t i = 0; i < texture.getBlockSize(); ++i)
         texture.getDataPtr()[i] = 7;
     ASSERT_TRUE(ditherTexture(texture, layout("rgb", 5, 6, 5)));

@@ -79,10 +79,10 @@ TEST(Transcode, FormatsWithoutACodecFail)
     CMOXTexture texture = makeTexture(k_RGBA8, eCT_UnsignedNormalisedByte, 4, 4, std::vector<uint8_t>(64, 9));
     EXPECT_FALSE(Transcode(texture, ePF_BC4, eCT_UnsignedNormalisedByte, eCS_Linear, 0, false));
 
-    CMOXTexture bc4({ePF_BC4, 4, 4, 1, 1, 1, 1, eCS_Linear, eCT_UnsignedNormalisedByte, false});
+    CMOXTexture bc4(CMOXTextureHeader{ePF_BC4, 4, 4, 1, 1, 1, 1, eCS_Linear, eCT_UnsignedNormalisedByte, false});
     EXPECT_FALSE(Transcode(bc4, k_RGBA8, eCT_UnsignedNormalisedByte, eCS_Linear, 0, false));
 
-    CMOXTexture bc7({ePF_BC7, 4, 4, 1, 1, 1, 1, eCS_Linear, eCT_UnsignedNormalisedByte, false});
+    CMOXTexture bc7(CMOXTextureHeader{ePF_BC7, 4, 4, 1, 1, 1, 1, eCS_Linear, eCT_UnsignedNormalisedByte, false});
     EXPECT_EQ(0u, bc7.getDataSize());
     EXPECT_FALSE(Transcode(bc7, k_RGBA8, eCT_UnsignedNormalisedByte, eCS_Linear, 0, false));
     EXPECT_EQ(ePF_BC7, bc7.getPixelFormat().getFormat());
@@ -90,7 +90,7 @@ TEST(Transcode, FormatsWithoutACodecFail)
 
 TEST(Transcode, RefusesAResultOfFourGiBUntouched)
 {
-    CMOXTexture texture({layout("r", 8), 32768, 32768, 1, 1, 1, 1, eCS_Linear, eCT_UnsignedNormalisedByte, false});
+    CMOXTexture texture(CMOXTextureHeader{layout("r", 8), 32768, 32768, 1, 1, 1, 1, eCS_Linear, eCT_UnsignedNormalisedByte, false});
     EXPECT_FALSE(Transcode(texture, k_RGBA8, eCT_UnsignedNormalisedByte, eCS_Linear, 0, false)); // exactly 4 GiB
     EXPECT_EQ(layout("r", 8), texture.getPixelFormat());
 }
@@ -139,7 +139,7 @@ TEST(Transcode, EverySurfaceOfAChainSurvivesTheWayThereAndBack)
 TEST(Transcode, FromAFormatToItselfDecompressesAndCompresses)
 {
     // A block with color0 below color1 decodes with three colours; the encoder writes four for an opaque block, so bytes change.
-    CMOXTexture texture({ePF_BC1, 4, 4, 1, 1, 1, 1, eCS_Linear, eCT_UnsignedNormalisedByte, false});
+    CMOXTexture texture(CMOXTextureHeader{ePF_BC1, 4, 4, 1, 1, 1, 1, eCS_Linear, eCT_UnsignedNormalisedByte, false});
     const uint8_t aui8Block[8] = {0x00, 0x00, 0xFF, 0xFF, 0x44, 0x44, 0x44, 0x44}; // black and white in turn
     std::memcpy(texture.getDataPtr(), aui8Block, 8);
     ASSERT_TRUE(Transcode(texture, ePF_BC1, eCT_UnsignedNormalisedByte, eCS_Linear, 0, false));
@@ -148,7 +148,7 @@ TEST(Transcode, FromAFormatToItselfDecompressesAndCompresses)
 
 TEST(Transcode, MetadataAndShapeAreCarriedOver)
 {
-    CMOXTexture texture({k_RGBA8, 4, 8, 2, 2, 3, 1, eCS_sRGB, eCT_UnsignedNormalisedByte, true});
+    CMOXTexture texture(CMOXTextureHeader{k_RGBA8, 4, 8, 2, 2, 3, 1, eCS_sRGB, eCT_UnsignedNormalisedByte, true});
     texture.setBorder(1, 2, 3);
     texture.addMetaData(MetaDataBlock(0x31323334, 9, "abc", 3));
     ASSERT_TRUE(Transcode(texture, ePF_BC2, eCT_UnsignedNormalisedByte, eCS_sRGB, 0, false));
