@@ -145,6 +145,15 @@ TYPED_TEST(ResampleOfEveryKind, EqualsThePlainFormOnRowsOfSeveralTiles)
     this->expectEqual(4, {1, 3, 1}, {1100, 1, 1});
 }
 
+TYPED_TEST(ResampleOfEveryKind, EqualsThePlainFormOnColumnsOfSeveralBands)
+{
+    this->expectEqual(1, {10, 200, 1}, {5, 100, 1});
+    this->expectEqual(2, {9, 97, 1}, {9, 65, 1});
+    this->expectEqual(3, {3, 70, 1}, {2, 70, 1});
+    this->expectEqual(4, {2, 500, 1}, {2, 33, 1});
+    this->expectEqual(5, {4, 80, 5}, {3, 66, 3});
+}
+
 TYPED_TEST(ResampleOfEveryKind, EqualsThePlainFormWithOneAxisUpAndAnotherDown)
 {
     this->expectEqual(1, {40, 20, 1}, {20, 40, 1});
@@ -199,14 +208,17 @@ TEST(ResampleNearest, CutsTheProductWithTheRatioInDoubles)
 
 TEST(ResampleNearest, CopiesPixelsBitForBit)
 {
-    // A signalling NaN with a payload, and an infinity.
-    const uint32_t aui32Bits[4] = {0x7F800001, 0xFF800000, 0x80000000, 0xFFC12345};
-    std::vector<float> source(4);
-    std::memcpy(source.data(), aui32Bits, sizeof(aui32Bits));
-    std::vector<float> result(8);
-    ASSERT_TRUE(resampleSurface(source.data(), result.data(), {1, 1, 1}, {2, 1, 1}, eResizeNearest));
-    EXPECT_EQ(0, std::memcmp(aui32Bits, result.data(), 16));
-    EXPECT_EQ(0, std::memcmp(aui32Bits, result.data() + 4, 16));
+    // A signalling NaN, an infinity, a negative zero, and a NaN with a payload.
+    const std::vector<uint32_t> bits = {0x7F800001, 0xFF800000, 0x80000000, 0xFFC12345};
+    std::vector<float> source(4 * 20);
+    for (size_t i = 0; i < source.size(); ++i)
+        std::memcpy(&source[i], &bits[i % 4], sizeof(float));
+    std::vector<float> result(4 * 40);
+    ASSERT_TRUE(resampleSurface(source.data(), result.data(), {20, 1, 1}, {40, 1, 1}, eResizeNearest));
+    std::vector<uint32_t> resultBits(result.size());
+    std::memcpy(resultBits.data(), result.data(), sizeof(float) * result.size());
+    for (size_t i = 0; i < resultBits.size(); ++i)
+        EXPECT_EQ(bits[i % 4], resultBits[i]);
 }
 
 // ---- linear ----

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstring>
 #include <vector>
 
@@ -33,6 +34,15 @@ CMOXTexture makeBytes(uint32_t uiWidth, uint32_t uiHeight, uint32_t uiDepth = 1,
 bool haveSameData(const CMOXTexture& a, const CMOXTexture& b)
 {
     return a.getBlockSize() == b.getBlockSize() && std::memcmp(a.getDataPtr(), b.getDataPtr(), a.getBlockSize()) == 0;
+}
+
+using Widths = std::array<uint32_t, 3>;
+
+Widths getBorder(const CMOXTexture& texture)
+{
+    Widths widths;
+    texture.getBorder(widths[0], widths[1], widths[2]);
+    return widths;
 }
 
 } // namespace
@@ -115,13 +125,7 @@ TEST(Resize, ScalesTheBorderByIntegerDivision)
     CMOXTexture texture = makeBytes(10, 20);
     texture.setBorder(3, 4, 0);
     EXPECT_TRUE(Resize(texture, 5, 30, 1, eResizeNearest));
-    uint32_t x;
-    uint32_t y;
-    uint32_t z;
-    texture.getBorder(x, y, z);
-    EXPECT_EQ(1u, x); // 3 * 5 / 10
-    EXPECT_EQ(6u, y); // 4 * 30 / 20
-    EXPECT_EQ(0u, z);
+    EXPECT_EQ((Widths{1, 6, 0}), getBorder(texture)); // 3 * 5 / 10, 4 * 30 / 20
     EXPECT_EQ(texture.sumMetaDataSize(), texture.getMetaDataSize());
 }
 
@@ -130,11 +134,7 @@ TEST(Resize, ABorderTimesASizeMayTakeMoreThan32Bits)
     CMOXTexture texture = makeBytes(4, 1);
     texture.setBorder(0xFFFFFFF0, 0, 0);
     EXPECT_TRUE(Resize(texture, 2, 1, 1, eResizeNearest));
-    uint32_t x;
-    uint32_t y;
-    uint32_t z;
-    texture.getBorder(x, y, z);
-    EXPECT_EQ(0x7FFFFFF8u, x);
+    EXPECT_EQ((Widths{0x7FFFFFF8, 0, 0}), getBorder(texture));
 }
 
 TEST(Resize, WithoutABorderNoneIsAdded)
