@@ -17,7 +17,7 @@ void runDither(benchmark::State& state, Dither pDither)
     const auto uiSize = static_cast<uint32_t>(state.range(0));
     const std::vector<uint8_t> picture = testsupport::makePicture(uiSize, uiSize);
     std::vector<uint8_t> pixels = picture;
-    for (auto iteration : state)
+    while (state.KeepRunning())
     {
         state.PauseTiming();
         pixels = picture;

@@ -51,7 +51,7 @@ void runPump(benchmark::State& state, Pump pPump, Encoding from, Encoding to, EM
     const CMOXPixelAccessor targetAccessor(to.format, to.eType);
 
     uint64_t ui64Bytes = 0;
-    for (auto iteration : state)
+    while (state.KeepRunning())
     {
         ui64Bytes += pPump(source, target, sourceAccessor, targetAccessor, eNewSpace, eCS_Linear);
         benchmark::ClobberMemory();
@@ -67,7 +67,7 @@ void runCopy(benchmark::State& state, Encoding to, uint32_t uiSize)
     const CMOXTextureHeader header = makeHeader(to, uiSize);
     std::vector<uint8_t> source(header.getDataSize(), 1);
     std::vector<uint8_t> target(header.getDataSize(), 2);
-    for (auto iteration : state)
+    while (state.KeepRunning())
     {
         std::memcpy(target.data(), source.data(), target.size());
         benchmark::ClobberMemory();
