@@ -7,23 +7,32 @@ namespace moxtexture
 namespace
 {
 
+constexpr uint64_t k_ui64MiB = 1 << 20;
+
+/// @param ui64Allowed  what any file may claim
+/// @param ui64PerByte  what it may claim beyond that for each of its own bytes
+bool mayClaim(const CWrappingCount& claim, uint64_t ui64Allowed, uint64_t ui64PerByte, uint64_t ui64FileSize)
+{
+    if (claim.hasWrapped())
+        return false;
+    // Divided, not multiplied: a file may be of any length.
+    return claim.getValue() <= ui64Allowed || (claim.getValue() - 1) / ui64PerByte < ui64FileSize;
+}
+
+CWrappingCount measureAsRGBA8(const CMOXTextureHeader& header)
+{
+    const CMOXTextureHeader inRGBA8(k_RGBA8, header.getHeight(), header.getWidth(), header.getDepth(), header.getNumMIPLevels(),
+                                    header.getNumArrayMembers(), header.getNumFaces(), eCS_Linear, eCT_UnsignedNormalisedByte, false);
+    return inRGBA8.measure(CMOXTextureHeader::k_uiAllLevels, true, true);
+}
+
 bool mayBeMeant(const CMOXTextureHeader& header, uint64_t ui64FileSize)
 {
     constexpr uint32_t uiMostLevels = 32;
-    constexpr uint64_t ui64AlwaysAllowedBytes = 256 << 20;
-    constexpr uint64_t ui64MostBytesPerFileByte = 16;
-    constexpr uint64_t ui64AlwaysAllowedSurfaces = 65536;
-
-    if (!header.fitsDataBlock() || header.getNumMIPLevels() > uiMostLevels)
-        return false;
-
-    const uint64_t ui64Size = header.getDataSize();
-    // Divided, not multiplied: a folder or a sparse file may claim any length.
-    if (ui64Size > ui64AlwaysAllowedBytes && (ui64Size - 1) / ui64MostBytesPerFileByte >= ui64FileSize)
-        return false;
-
     const CWrappingCount surfaces = CWrappingCount(header.getNumMIPLevels()) * header.getNumArrayMembers() * header.getNumFaces();
-    return !surfaces.hasWrapped() && (surfaces.getValue() <= ui64AlwaysAllowedSurfaces || surfaces.getValue() <= ui64FileSize);
+    return header.fitsDataBlock() && header.getNumMIPLevels() <= uiMostLevels &&
+           mayClaim(header.getDataSize(), 256 * k_ui64MiB, 16, ui64FileSize) &&
+           mayClaim(measureAsRGBA8(header), 1024 * k_ui64MiB, 64, ui64FileSize) && mayClaim(surfaces, 65536, 1, ui64FileSize);
 }
 
 } // namespace

@@ -64,6 +64,27 @@ TEST(LoadLimits, ThirtyTwoLevelsAreTheMost)
     EXPECT_FALSE(isTaken(bytePixels(1, 1, 0xFFFFFFFF), 100));
 }
 
+TEST(LoadLimits, PixelsBeyond1GiBAsRGBAMustBeNoMoreThan64TimesTheFile)
+{
+    // 16384 * 16384 pixels are 1 GiB as RGBA, and as BC1 128 MiB.
+    CMOXTexture texture = bytePixels(16384, 16384);
+    texture.setPixelFormat(ePF_BC1);
+    EXPECT_TRUE(isTaken(texture, 1));
+    texture.setHeight(16388); // 16384 * 16388 * 4 = 1074003968 = 64 * 16781312
+    EXPECT_FALSE(isTaken(texture, 16781311));
+    EXPECT_TRUE(isTaken(texture, 16781312));
+}
+
+TEST(LoadLimits, AFileWithAllOfItsDataMayBeOfTheDensestFormat)
+{
+    CMOXTexture texture = bytePixels(1200, 1200);
+    texture.setPixelFormat(ePF_ASTC_6x6x6);
+    texture.setDepth(600);
+    ASSERT_EQ(64000000u, texture.getDataSize()); // 200 * 200 * 100 blocks of 16 bytes; 864,000,000 pixels
+    EXPECT_TRUE(isTaken(texture, 64000052));
+    EXPECT_FALSE(isTaken(texture, 52));
+}
+
 TEST(LoadLimits, SurfacesBeyond65536MustBeNoMoreThanTheBytesOfTheFile)
 {
     EXPECT_TRUE(isTaken(bytePixels(1, 1, 2, 4096, 8), 1));       // 2 * 4096 * 8 = 65536
