@@ -63,6 +63,8 @@ template <typename T>
 void permuteChannels(const T* pSource, T* pDestination, size_t uiPixelCount, const ChannelPlan& plan)
 {
     std::array<const T*, k_uiWorkingChannels> apFrom;
+    if (uiPixelCount == 0)
+        return; // then the pointers may be null, and no channel lies behind them
     for (size_t c = 0; c < k_uiWorkingChannels; ++c)
         apFrom[c] = plan[c] != eQuantityNone ? pSource + plan[c] : pDestination + c;
     for (size_t i = 0; i < uiPixelCount * k_uiWorkingChannels; i += k_uiWorkingChannels)
@@ -136,16 +138,21 @@ void copyPixelChannels(const Source* pSource, Destination* pDestination, size_t 
     }
 }
 
-#define HALVANE_COPY_BETWEEN(Source, Destination)                                                                                          \
-    template void copyPixelChannels<Source, Destination>(const Source*, Destination*, size_t, const ChannelPlan&);
-#define HALVANE_COPY_FROM(Source)                                                                                                          \
-    HALVANE_COPY_BETWEEN(Source, uint8_t)                                                                                                  \
-    HALVANE_COPY_BETWEEN(Source, uint16_t) HALVANE_COPY_BETWEEN(Source, uint32_t) HALVANE_COPY_BETWEEN(Source, float)
-HALVANE_COPY_FROM(uint8_t)
-HALVANE_COPY_FROM(uint16_t)
-HALVANE_COPY_FROM(uint32_t)
-HALVANE_COPY_FROM(float)
-#undef HALVANE_COPY_FROM
-#undef HALVANE_COPY_BETWEEN
+template void copyPixelChannels(const uint8_t*, uint8_t*, size_t, const ChannelPlan&);
+template void copyPixelChannels(const uint8_t*, uint16_t*, size_t, const ChannelPlan&);
+template void copyPixelChannels(const uint8_t*, uint32_t*, size_t, const ChannelPlan&);
+template void copyPixelChannels(const uint8_t*, float*, size_t, const ChannelPlan&);
+template void copyPixelChannels(const uint16_t*, uint8_t*, size_t, const ChannelPlan&);
+template void copyPixelChannels(const uint16_t*, uint16_t*, size_t, const ChannelPlan&);
+template void copyPixelChannels(const uint16_t*, uint32_t*, size_t, const ChannelPlan&);
+template void copyPixelChannels(const uint16_t*, float*, size_t, const ChannelPlan&);
+template void copyPixelChannels(const uint32_t*, uint8_t*, size_t, const ChannelPlan&);
+template void copyPixelChannels(const uint32_t*, uint16_t*, size_t, const ChannelPlan&);
+template void copyPixelChannels(const uint32_t*, uint32_t*, size_t, const ChannelPlan&);
+template void copyPixelChannels(const uint32_t*, float*, size_t, const ChannelPlan&);
+template void copyPixelChannels(const float*, uint8_t*, size_t, const ChannelPlan&);
+template void copyPixelChannels(const float*, uint16_t*, size_t, const ChannelPlan&);
+template void copyPixelChannels(const float*, uint32_t*, size_t, const ChannelPlan&);
+template void copyPixelChannels(const float*, float*, size_t, const ChannelPlan&);
 
 } // namespace moxtexture

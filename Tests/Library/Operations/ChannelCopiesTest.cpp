@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstring>
 #include <limits>
 #include <vector>
@@ -41,14 +42,24 @@ std::vector<T> makeElements(size_t uiCount, uint64_t ui64Seed)
     return elements;
 }
 
-/// The same elements, any NaN being as good as another: its bits depend on the order of operands.
+/// An element's bits. Any NaN is as good as another: its bits depend on the order of operands.
+template <typename T>
+uint32_t bitsOf(T element)
+{
+    if constexpr (std::is_same_v<T, float>)
+    {
+        uint32_t uiBits;
+        std::memcpy(&uiBits, &element, sizeof(uiBits));
+        return std::isnan(element) ? 0x7FC00000 : uiBits;
+    }
+    else
+        return element;
+}
+
 template <typename T>
 bool areEqual(const std::vector<T>& a, const std::vector<T>& b)
 {
-    for (size_t i = 0; i < a.size(); ++i)
-        if (!(a[i] != a[i] && b[i] != b[i]) && std::memcmp(&a[i], &b[i], sizeof(T)) != 0)
-            return false;
-    return a.size() == b.size();
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](T x, T y) { return bitsOf(x) == bitsOf(y); });
 }
 
 template <typename Source, typename Destination>
