@@ -26,10 +26,8 @@ Outcome edit(const Conversion& conversion, CMOXTexture& texture)
 
 Outcome encode(const TargetEncoding& target, CMOXTexture& texture)
 {
-    // A format without a size (BC6, BC7) encodes to nothing.
-    const bool bEncoded = hasEncoding(texture, target) || (Transcode(texture, target.pixelFormat, target.eChannelType, target.eColourSpace,
-                                                                     target.uiQuality, target.bDither) &&
-                                                           texture.getDataSize() != 0);
+    const bool bEncoded = hasEncoding(texture, target) || Transcode(texture, target.pixelFormat, target.eChannelType, target.eColourSpace,
+                                                                    target.uiQuality, target.bDither);
     return bEncoded ? done() : failed("Cannot encode this texture as " + getTidyName(target.pixelFormat));
 }
 

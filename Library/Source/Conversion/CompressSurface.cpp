@@ -1,10 +1,10 @@
 #include "Conversion/CompressSurface.h"
 
+#include <algorithm>
 #include <cstring>
 #include <vector>
 
-#include "Conversion/CodecTable.h"
-#include "Conversion/Slices.h"
+#include "Conversion/SurfaceJob.h"
 
 namespace moxtexture
 {
@@ -20,9 +20,9 @@ std::vector<uint8_t> enlarge(const uint8_t* pSource, size_t uiReadable, const Su
     {
         for (uint32_t y = 0; y < to.uiHeight; ++y)
         {
-            const size_t uiOffset = (size_t{z} * from.uiHeight + y) * from.uiWidth * uiPixelBytes;
+            const size_t uiOffset = from.getPixelIndex(0, y, z) * uiPixelBytes;
             if (uiOffset < uiReadable)
-                std::memcpy(&enlarged[(size_t{z} * to.uiHeight + y) * uiRowBytes], pSource + uiOffset,
+                std::memcpy(&enlarged[to.getPixelIndex(0, y, z) * uiPixelBytes], pSource + uiOffset,
                             std::min(uiRowBytes, uiReadable - uiOffset));
         }
     }
@@ -34,31 +34,22 @@ std::vector<uint8_t> enlarge(const uint8_t* pSource, size_t uiReadable, const Su
 uint32_t compressSurface(const CMOXTexture& source, CMOXTexture& target, EMOXTPixelFormat eFormat, uint32_t uiArrayMember, uint32_t uiFace,
                          uint32_t uiMIPLevel, uint32_t uiQuality, bool bSigned)
 {
-    const CodecRow* pCodec = findCodec(eFormat);
-    const uint8_t* pSource = source.getDataPtr(uiMIPLevel, uiArrayMember, uiFace);
-    uint8_t* pTarget = target.getDataPtr(uiMIPLevel, uiArrayMember, uiFace);
-    if (pCodec == nullptr || pCodec->pCompress == nullptr || pSource == nullptr || pTarget == nullptr)
+    SurfaceJob job;
+    if (!job.prepare(source, target, eFormat, uiArrayMember, uiFace, uiMIPLevel, bSigned))
         return 0;
+    job.surface.uiQuality = uiQuality;
 
-    const SurfaceSize real = getSurfaceSize(source, uiMIPLevel);
-    const SurfaceSize size = raiseToMinimum(real, eFormat);
     const size_t uiPixelBytes = source.getBitsPerPixel() / 8;
     std::vector<uint8_t> enlarged;
-    if (!(size == real))
+    if (job.raised != job.real)
     {
-        const auto uiReadable = static_cast<size_t>(source.getDataPtr() + source.getBlockSize() - pSource);
-        enlarged = enlarge(pSource, uiReadable, real, size, uiPixelBytes);
-        pSource = enlarged.data();
+        const auto uiReadable = static_cast<size_t>(source.getDataPtr() + source.getBlockSize() - job.pSource);
+        enlarged = enlarge(job.pSource, uiReadable, job.real, job.raised, uiPixelBytes);
+        job.pSource = enlarged.data();
     }
-
-    CodecSurface surface;
-    surface.eFormat = eFormat;
-    surface.uiQuality = uiQuality;
-    surface.bSigned = bSigned;
-    surface.eColourSpace = source.getColourSpace();
-    const size_t uiSourceSlice = size_t{size.uiWidth} * size.uiHeight * uiPixelBytes;
-    const size_t uiTargetSlice = target.getDataSize(uiMIPLevel, false, false) / size.uiDepth;
-    return runCodec(pCodec->pCompress, pCodec->bTakesDepth, pSource, uiSourceSlice, pTarget, uiTargetSlice, surface, size);
+    const size_t uiSourceSlice = size_t{job.raised.uiWidth} * job.raised.uiHeight * uiPixelBytes;
+    const size_t uiTargetSlice = target.getDataSize(uiMIPLevel, false, false) / job.raised.uiDepth;
+    return job.run(job.pCodec->pCompress, job.raised, uiSourceSlice, uiTargetSlice);
 }
 
 } // namespace moxtexture

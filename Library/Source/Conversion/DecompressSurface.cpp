@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "Conversion/CodecTable.h"
-#include "Conversion/Slices.h"
+#include "Conversion/SurfaceJob.h"
 #include "Texture/SurfaceWalk.h"
 
 namespace moxtexture
@@ -14,37 +14,27 @@ namespace moxtexture
 uint32_t decompressSurface(const CMOXTexture& source, CMOXTexture& target, EMOXTPixelFormat eFormat, uint32_t uiArrayMember,
                            uint32_t uiFace, uint32_t uiMIPLevel, bool bSigned)
 {
-    const CodecRow* pCodec = findCodec(eFormat);
-    const uint8_t* pSource = source.getDataPtr(uiMIPLevel, uiArrayMember, uiFace);
-    uint8_t* pTarget = target.getDataPtr(uiMIPLevel, uiArrayMember, uiFace);
-    if (pCodec == nullptr || pCodec->pDecompress == nullptr || pSource == nullptr || pTarget == nullptr)
+    SurfaceJob job;
+    if (!job.prepare(source, target, eFormat, uiArrayMember, uiFace, uiMIPLevel, bSigned))
         return 0;
 
-    const SurfaceSize real = getSurfaceSize(target, uiMIPLevel);
-    const SurfaceSize size = pCodec->bDecodesSmallSurface ? real : raiseToMinimum(real, eFormat);
+    const SurfaceSize size = job.pCodec->bDecodesSmallSurface ? job.real : job.raised;
     const size_t uiPixelBytes = target.getBitsPerPixel() / 8;
-    std::vector<uint8_t> raised;
-    const bool bRaised = !(size == real);
-    if (bRaised)
-        raised.resize(size.getPixelCount() * uiPixelBytes);
-
-    CodecSurface surface;
-    surface.eFormat = eFormat;
-    surface.bSigned = bSigned;
-    surface.eColourSpace = source.getColourSpace();
-    const size_t uiSourceSlice = source.getDataSize(uiMIPLevel, false, false) / size.uiDepth;
+    const size_t uiSourceSlice = source.getDataSize(uiMIPLevel, false, false) / job.raised.uiDepth;
     const size_t uiTargetSlice = size_t{size.uiWidth} * size.uiHeight * uiPixelBytes;
-    const uint32_t uiBytes = runCodec(pCodec->pDecompress, pCodec->bTakesDepth, pSource, uiSourceSlice, bRaised ? raised.data() : pTarget,
-                                      uiTargetSlice, surface, size);
-    if (uiBytes == 0 || !bRaised)
-        return uiBytes;
+    if (size == job.real)
+        return job.run(job.pCodec->pDecompress, size, uiSourceSlice, uiTargetSlice);
 
-    const size_t uiRowBytes = real.uiWidth * uiPixelBytes;
-    for (uint32_t z = 0; z < real.uiDepth; ++z)
-        for (uint32_t y = 0; y < real.uiHeight; ++y)
-            std::memcpy(pTarget + (size_t{z} * real.uiHeight + y) * uiRowBytes,
-                        &raised[(size_t{z} * size.uiHeight + y) * size.uiWidth * uiPixelBytes], uiRowBytes);
-    return static_cast<uint32_t>(real.getPixelCount() * uiPixelBytes);
+    std::vector<uint8_t> raised(size.getPixelCount() * uiPixelBytes);
+    uint8_t* pTarget = std::exchange(job.pTarget, raised.data());
+    const uint32_t uiBytes = job.run(job.pCodec->pDecompress, size, uiSourceSlice, uiTargetSlice);
+    const size_t uiRowBytes = job.real.uiWidth * uiPixelBytes;
+    for (uint32_t z = 0; z < job.real.uiDepth; ++z)
+        for (uint32_t y = 0; y < job.real.uiHeight; ++y)
+            std::memcpy(pTarget + job.real.getPixelIndex(0, y, z) * uiPixelBytes, &raised[size.getPixelIndex(0, y, z) * uiPixelBytes],
+                        uiRowBytes);
+    // A codec that stopped short did not fill the real surface either, as far as anybody can tell.
+    return uiBytes == raised.size() ? static_cast<uint32_t>(job.real.getPixelCount() * uiPixelBytes) : 0;
 }
 
 uint64_t decompressTexture(CMOXTexture& texture)

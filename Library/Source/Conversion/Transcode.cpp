@@ -33,7 +33,8 @@ bool compressTexture(CMOXTexture& texture, EMOXTPixelFormat eFormat, uint32_t ui
                      return true;
                  });
     texture = std::move(compressed);
-    return ui64Bytes == texture.getDataSize();
+    // Formats that measure nothing (BC6, BC7, unknown numbers) cannot be filled.
+    return ui64Bytes != 0 && ui64Bytes == texture.getDataSize();
 }
 
 } // namespace

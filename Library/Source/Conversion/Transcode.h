@@ -14,9 +14,10 @@ namespace moxtexture
 ///
 /// @param uiQuality  of a compressed target, on the codec's own scale; others ignore it
 /// @param bDoDither  diffuse the error of targets below 32 bits a pixel; goes through 8-bit RGBA
-/// @return false for an empty texture, for ePF_Count or a result that would not fit a data block (the texture is as it was then,
-///         unless it had to be decompressed first), or where a codec produced another number of bytes than the format takes: what
-///         the codec left then stands in the texture, so whoever may need the old content keeps a copy
+/// @return false for an empty texture, one whose header was changed since its block was taken, or ePF_Count: the texture is as it
+///         was. False as well where a result would not fit a data block, or a codec produced another number of bytes than the format
+///         takes (none, for a format without a codec): the texture then holds whatever step it had come to, so whoever may need the
+///         old content keeps a copy
 [[nodiscard]] bool Transcode(CMOXTexture& texture, MOXPixelWord newFormat, EMOXTChannelType eNewChannelType,
                              EMOXTColourSpace eNewColourSpace, uint32_t uiQuality, bool bDoDither);
 

@@ -26,7 +26,7 @@ bool generateChain(const CMOXTexture& source, CMOXTexture& destination, EResizeM
         return false;
     std::memcpy(pAbove, pSource, destination.getDataSize(0, false, false));
 
-    SurfaceSize above = {destination.getWidth(), destination.getHeight(), destination.getDepth()};
+    SurfaceSize above = getSurfaceSize(destination);
     for (uint32_t uiLevel = 1; uiLevel < destination.getNumMIPLevels(); ++uiLevel)
     {
         // Never larger than the surface: the header shifts the same sizes right by the level, modulo 32.

@@ -2,17 +2,12 @@
 
 #include <utility>
 
-#include "Operations/ResamplePositions.h"
 #include "Texture/CMOXTexture.h"
+#include "Texture/SurfaceSize.h"
 #include "Texture/SurfaceWalk.h"
 
 namespace moxtexture
 {
-
-[[nodiscard]] inline SurfaceSize getSurfaceSize(const CMOXTextureHeader& header, uint32_t uiMIPLevel = 0)
-{
-    return {header.getWidth(uiMIPLevel), header.getHeight(uiMIPLevel), header.getDepth(uiMIPLevel)};
-}
 
 /// Replaces a texture by one of another shape, made surface by surface.
 ///

@@ -5,30 +5,10 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "Texture/SurfaceSize.h"
+
 namespace moxtexture
 {
-
-/// Sizes in pixels of one surface.
-struct SurfaceSize
-{
-    uint32_t uiWidth = 1;
-    uint32_t uiHeight = 1;
-    uint32_t uiDepth = 1;
-
-    /// The pixel at a place, counted from the first; rows follow each other without a gap, then slices.
-    [[nodiscard]] constexpr size_t getPixelIndex(uint32_t x, uint32_t y, uint32_t z) const
-    {
-        return (size_t{z} * uiHeight + y) * uiWidth + x;
-    }
-
-    [[nodiscard]] constexpr bool isEmpty() const { return uiWidth == 0 || uiHeight == 0 || uiDepth == 0; }
-
-    friend constexpr bool operator==(const SurfaceSize& a, const SurfaceSize& b)
-    {
-        return a.uiWidth == b.uiWidth && a.uiHeight == b.uiHeight && a.uiDepth == b.uiDepth;
-    }
-    friend constexpr bool operator!=(const SurfaceSize& a, const SurfaceSize& b) { return !(a == b); }
-};
 
 /// True if any axis grows: all axes then take the positions of an enlargement.
 [[nodiscard]] constexpr bool growsOnAnyAxis(const SurfaceSize& source, const SurfaceSize& destination)

@@ -16,11 +16,6 @@ uint32_t scaleBorder(uint32_t uiBorder, uint32_t uiNewSize, uint32_t uiOldSize)
     return static_cast<uint32_t>(uint64_t{uiBorder} * uiNewSize / uiOldSize);
 }
 
-SurfaceSize getTopSize(const CMOXTextureHeader& header)
-{
-    return {header.getWidth(), header.getHeight(), header.getDepth()};
-}
-
 template <typename T>
 bool resizeSurfaces(const CMOXTexture& source, CMOXTexture& destination, EResizeMode eMode)
 {
@@ -29,7 +24,7 @@ bool resizeSurfaces(const CMOXTexture& source, CMOXTexture& destination, EResize
                         {
                             return resizeSurface(reinterpret_cast<const T*>(source.getDataPtr(uiLevel, uiMember, uiFace)),
                                                  reinterpret_cast<T*>(destination.getDataPtr(uiLevel, uiMember, uiFace)),
-                                                 getTopSize(source), getTopSize(destination), eMode);
+                                                 getSurfaceSize(source), getSurfaceSize(destination), eMode);
                         });
 }
 
@@ -41,7 +36,7 @@ void setResizedShape(CMOXTextureHeader& header, uint32_t uiWidth, uint32_t uiHei
     uint32_t y;
     uint32_t z;
     header.getBorder(x, y, z);
-    const SurfaceSize old = getTopSize(header);
+    const SurfaceSize old = getSurfaceSize(header);
     header.setWidth(uiWidth);
     header.setHeight(uiHeight);
     header.setDepth(uiDepth);
@@ -58,7 +53,7 @@ bool Resize(CMOXTexture& texture, uint32_t uiWidth, uint32_t uiHeight, uint32_t 
     return withChannelKind(texture,
                            [&](auto element)
                            {
-                               if (getTopSize(texture) == SurfaceSize{uiWidth, uiHeight, uiDepth})
+                               if (getSurfaceSize(texture) == SurfaceSize{uiWidth, uiHeight, uiDepth})
                                    return true;
                                CMOXTexture resized;
                                CMOXTextureHeader& header = resized;

@@ -1,5 +1,8 @@
 #include "Conversion/CodecTable.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include <gtest/gtest.h>
 
 using namespace moxtexture;
@@ -60,33 +63,23 @@ TEST(CodecTable, TheFiveTypesWriteBlocksOfTheirOwnKind)
 
 TEST(CodecTable, IntermediatesAreRGBA8ButForTheFormatsWithTheirOwn)
 {
+    struct Own
+    {
+        uint32_t uiFormat;
+        uint64_t ui64Word;
+        uint32_t uiChannelType;
+    };
+    constexpr Own aOwn[] = {
+        {6, 0x0008080800626772, 0},  {22, 0x0008080800626772, 0}, {19, 0x0020202000626772, 12},
+        {25, 0x0000001000000072, 4}, {26, 0x0000101000006772, 4},
+    };
     for (uint32_t uiFormat = 0; uiFormat < ePF_Count; ++uiFormat)
     {
-        const auto eFormat = static_cast<EMOXTPixelFormat>(uiFormat);
-        const Intermediate result = getIntermediate(eFormat, eCT_UnsignedNormalisedByte);
-        switch (uiFormat)
-        {
-        case 6:
-        case 22:
-            EXPECT_EQ(0x0008080800626772u, result.pixelFormat.getWord());
-            EXPECT_EQ(0u, result.eChannelType);
-            break;
-        case 19:
-            EXPECT_EQ(0x0020202000626772u, result.pixelFormat.getWord());
-            EXPECT_EQ(12u, result.eChannelType);
-            break;
-        case 25:
-            EXPECT_EQ(0x0000001000000072u, result.pixelFormat.getWord());
-            EXPECT_EQ(4u, result.eChannelType);
-            break;
-        case 26:
-            EXPECT_EQ(0x0000101000006772u, result.pixelFormat.getWord());
-            EXPECT_EQ(4u, result.eChannelType);
-            break;
-        default:
-            EXPECT_EQ(0x0808080861626772u, result.pixelFormat.getWord()) << uiFormat;
-            EXPECT_EQ(0u, result.eChannelType) << uiFormat;
-        }
+        const auto* pOwn = std::find_if(std::begin(aOwn), std::end(aOwn), [&](const Own& row) { return row.uiFormat == uiFormat; });
+        const bool bOwn = pOwn != std::end(aOwn);
+        const Intermediate result = getIntermediate(static_cast<EMOXTPixelFormat>(uiFormat), eCT_UnsignedNormalisedByte);
+        EXPECT_EQ(bOwn ? pOwn->ui64Word : 0x0808080861626772, result.pixelFormat.getWord()) << uiFormat;
+        EXPECT_EQ(bOwn ? pOwn->uiChannelType : 0, result.eChannelType) << uiFormat;
     }
 }
 

@@ -1,5 +1,6 @@
 #include "Conversion/CompressSurface.h"
 
+#include <algorithm>
 #include <cstring>
 #include <vector>
 
@@ -59,6 +60,21 @@ TEST(CompressSurface, TheLastSurfaceReadsZerosPastTheEndOfTheBlock)
     std::memcpy(source.getDataPtr(), aui8Pixel, 4);
     std::vector<uint8_t> enlarged(64, 0);
     std::memcpy(enlarged.data(), aui8Pixel, 4);
+
+    CMOXTexture target = blocksFor(source, ePF_BC3);
+    ASSERT_EQ(16u, compressSurface(source, target, ePF_BC3, 0, 0, 0, 0, false));
+    EXPECT_EQ(bc3Block(enlarged), std::vector<uint8_t>(target.getDataPtr(), target.getDataPtr() + 16));
+}
+
+TEST(CompressSurface, ASurfaceInTheMiddleRunsOnIntoTheNextMember)
+{
+    // Two members of 2 by 2: pixels 0 to 3 and 4 to 7. Row y of the first one's picture starts at pixel 2 y.
+    CMOXTexture source(CMOXTextureHeader{k_RGBA8, 2, 2, 1, 1, 2, 1, eCS_Linear, eCT_UnsignedNormalisedByte, false});
+    const std::vector<uint8_t> bytes = testsupport::CSeededRandom(8).bytes(32);
+    std::memcpy(source.getDataPtr(), bytes.data(), bytes.size());
+    std::vector<uint8_t> enlarged(64, 0);
+    for (size_t y = 0; y < 4; ++y)
+        std::memcpy(&enlarged[16 * y], &bytes[8 * y], std::min<size_t>(16, 32 - 8 * y));
 
     CMOXTexture target = blocksFor(source, ePF_BC3);
     ASSERT_EQ(16u, compressSurface(source, target, ePF_BC3, 0, 0, 0, 0, false));

@@ -65,6 +65,30 @@ TEST(DitherTexture, FormatsWithoutBitCountsLeaveEveryValue)
     EXPECT_EQ((std::vector<uint8_t>{100, 200, 50, 9}), dithered(onePixel(100, 200, 50, 9), ePF_ASTC_4x4));
 }
 
+TEST(DitherTexture, ETC1UsesFourBitsOfEachChannel)
+{
+    // 100 >> 4 is 6: 96 + (100 >> 4); 200: 192 + 12; 50: 48 + 3; 9: 0 + 0.
+    EXPECT_EQ((std::vector<uint8_t>{102, 204, 51, 0}), dithered(onePixel(100, 200, 50, 9), ePF_ETC1));
+}
+
+TEST(DitherTexture, AnySourceBecomesBytesFirst)
+{
+    const float afPixel[2] = {1.0f, 0.5f}; // 0.5 * 255 + 0.5 = 128
+    const CMOXTexture greys(CMOXTextureHeader{layout("r", 32), 1, 2, 1, 1, 1, 1, eCS_sRGB, eCT_SignedFloatingPoint, false}, afPixel);
+    EXPECT_EQ((std::vector<uint8_t>{255, 0, 0, 255, 128, 0, 0, 255}), dithered(greys, layout("rgb", 8, 8, 8)));
+}
+
+TEST(DitherTexture, EveryMemberAndFaceIsDitheredByItself)
+{
+    CMOXTexture texture(CMOXTextureHeader{k_RGBA8, 1, 1, 1, 1, 2, 6, eCS_Linear, eCT_UnsignedNormalisedByte, false});
+    for (uint32_t i = 0; i < texture.getBlockSize(); ++i)
+        texture.getDataPtr()[i] = 4; // its error would lift a neighbour to 8
+    ASSERT_TRUE(ditherTexture(texture, layout("rgba", 5, 5, 5, 1)));
+    for (uint32_t uiMember = 0; uiMember < 2; ++uiMember)
+        for (uint32_t uiFace = 0; uiFace < 6; ++uiFace)
+            EXPECT_EQ(0, texture.getDataPtr(0, uiMember, uiFace)[0]) << uiMember << ' ' << uiFace;
+}
+
 TEST(DitherTexture, EveryLevelIsDithered)
 {
     CMOXTexture texture(CMOXTextureHeader{k_RGBA8, 2, 2, 1, 2, 1, 1, eCS_Linear, eCT_UnsignedNormalisedByte, false});

@@ -74,18 +74,39 @@ TEST(Transcode, RefusesNoFormatAndAnEmptyTextureUntouched)
     EXPECT_EQ(ePF_Count, empty.getPixelFormat().getFormat());
 }
 
-TEST(Transcode, FormatsWithoutACodecFail)
+TEST(Transcode, ToAFormatWithoutACodecFails)
 {
-    CMOXTexture texture = makeTexture(k_RGBA8, eCT_UnsignedNormalisedByte, 4, 4, std::vector<uint8_t>(64, 9));
-    EXPECT_FALSE(Transcode(texture, ePF_BC4, eCT_UnsignedNormalisedByte, eCS_Linear, 0, false));
+    for (const MOXPixelWord format :
+         {MOXPixelWord(ePF_BC4), MOXPixelWord(ePF_BC5), MOXPixelWord(ePF_BC6), MOXPixelWord(ePF_BC7), MOXPixelWord(uint64_t{0x61})})
+    {
+        CMOXTexture texture = makeTexture(k_RGBA8, eCT_UnsignedNormalisedByte, 4, 4, std::vector<uint8_t>(64, 9));
+        EXPECT_FALSE(Transcode(texture, format, eCT_UnsignedNormalisedByte, eCS_Linear, 0, false)) << format.getWord();
+        // What the codec left, nothing here, stands in the texture all the same.
+        EXPECT_EQ(format, texture.getPixelFormat());
+        EXPECT_EQ(std::vector<uint8_t>(texture.getDataSize(), 0), bytesOf(texture));
+    }
+}
 
+TEST(Transcode, FromAFormatWithoutACodecFails)
+{
     CMOXTexture bc4(CMOXTextureHeader{ePF_BC4, 4, 4, 1, 1, 1, 1, eCS_Linear, eCT_UnsignedNormalisedByte, false});
     EXPECT_FALSE(Transcode(bc4, k_RGBA8, eCT_UnsignedNormalisedByte, eCS_Linear, 0, false));
+    EXPECT_EQ(k_RGBA8, bc4.getPixelFormat());
+    EXPECT_EQ(std::vector<uint8_t>(64, 0), bytesOf(bc4));
 
     CMOXTexture bc7(CMOXTextureHeader{ePF_BC7, 4, 4, 1, 1, 1, 1, eCS_Linear, eCT_UnsignedNormalisedByte, false});
     EXPECT_EQ(0u, bc7.getDataSize());
     EXPECT_FALSE(Transcode(bc7, k_RGBA8, eCT_UnsignedNormalisedByte, eCS_Linear, 0, false));
     EXPECT_EQ(ePF_BC7, bc7.getPixelFormat().getFormat());
+}
+
+TEST(Transcode, RefusesATextureWhoseHeaderWasChangedSinceItsBlockWasTaken)
+{
+    CMOXTexture texture = makeTexture(k_RGBA8, eCT_UnsignedNormalisedByte, 2, 1, {1, 2, 3, 4, 5, 6, 7, 8});
+    texture.setHeight(2);
+    EXPECT_FALSE(Transcode(texture, layout("bgra", 8, 8, 8, 8), eCT_UnsignedNormalisedByte, eCS_Linear, 0, false));
+    EXPECT_EQ(k_RGBA8, texture.getPixelFormat());
+    EXPECT_EQ(8u, texture.getBlockSize());
 }
 
 TEST(Transcode, RefusesAResultOfFourGiBUntouched)
@@ -186,4 +207,34 @@ TEST(Transcode, DitherDiffusesTowardsTheTargetsBits)
     ASSERT_TRUE(Transcode(texture, layout("rgb", 5, 6, 5), eCT_UnsignedNormalisedShort, eCS_Linear, 0, true));
     EXPECT_EQ(0u, loadLE<uint16_t>(texture.getDataPtr()) >> 11);
     EXPECT_EQ(1u, loadLE<uint16_t>(texture.getDataPtr() + 2) >> 11);
+}
+
+TEST(Transcode, DitherReachesTheCodec)
+{
+    // Two columns of pixels towards the 5 6 5 of BC1. Without dither every pixel is (4, 0, 0), which 5:6:5 cuts to black. With it each
+    // pixel of the left column loses an error of 4: 2 to the right and 1 to each of the two below, so that some reach 8, which
+    // stays as 1 in 5 bits.
+    CMOXTexture plain = makeTexture(k_RGBA8, eCT_UnsignedNormalisedByte, 4, 4, std::vector<uint8_t>(64, 0));
+    for (uint32_t i = 0; i < 64; i += 4)
+    {
+        plain.getDataPtr()[i] = 4;
+        plain.getDataPtr()[i + 3] = 255;
+    }
+    CMOXTexture dithered = plain;
+    ASSERT_TRUE(Transcode(plain, ePF_BC1, eCT_UnsignedNormalisedByte, eCS_Linear, 0, false));
+    EXPECT_EQ(std::vector<uint8_t>(8, 0), bytesOf(plain));
+    ASSERT_TRUE(Transcode(dithered, ePF_BC1, eCT_UnsignedNormalisedByte, eCS_Linear, 0, true));
+    // Two colours: 0x0800 (red 1) and black, so color0 is 0x0800 and black pixels take index 1.
+    EXPECT_EQ(0x0800, loadLE<uint16_t>(dithered.getDataPtr()));
+    EXPECT_EQ(0x0000, loadLE<uint16_t>(dithered.getDataPtr() + 2));
+}
+
+TEST(Transcode, DitherAndAChangeOfSpaceGoThroughLinearBytes)
+{
+    // Dithering comes first and leaves the space: 255 stays 255 in 5 bits and in sRGB.
+    CMOXTexture texture =
+        makeTexture(k_RGBA32, eCT_SignedFloatingPoint, 1, 1, {0, 0, 0x80, 0x3F, 0, 0, 0, 0, 0, 0, 0x80, 0x3F, 0, 0, 0x80, 0x3F});
+    ASSERT_TRUE(Transcode(texture, layout("rgb", 5, 6, 5), eCT_UnsignedNormalisedShort, eCS_sRGB, 0, true));
+    EXPECT_EQ(eCS_sRGB, texture.getColourSpace());
+    EXPECT_EQ(0xF81F, loadLE<uint16_t>(texture.getDataPtr()));
 }
