@@ -8,18 +8,15 @@ void setSavePadding(CMOXTextureHeader& header, uint32_t ui32Alignment)
     if (ui32Alignment <= 1)
         return;
 
-    auto* pBlocks = header.getMetaData().find(CMOXTextureHeader::k_ui32NativeFourCC);
-    if (pBlocks != nullptr)
-        pBlocks->remove(eMetaDataPadding);
+    auto& blocks = header.getMetaData()[CMOXTextureHeader::k_ui32NativeFourCC];
+    blocks.remove(eMetaDataPadding);
     header.setMetaDataSize(header.sumMetaDataSize());
 
-    CMOXTextureHeader padded = header;
-    padded.addPaddingMetaData(ui32Alignment);
-    const bool bWriteable = padded.getMetaDataSize() != header.getMetaDataSize() + MetaDataBlock::k_uiRecordSize;
-    if (bWriteable)
-        header = padded;
-    else
-        header.addMetaData(MetaDataBlock(CMOXTextureHeader::k_ui32NativeFourCC, eMetaDataPadding, nullptr, ui32Alignment));
+    header.addPaddingMetaData(ui32Alignment);
+    if (blocks[eMetaDataPadding].u32DataSize != 0)
+        return;
+    header.addMetaData(MetaDataBlock(CMOXTextureHeader::k_ui32NativeFourCC, eMetaDataPadding, nullptr, ui32Alignment));
+    header.setMetaDataSize(header.sumMetaDataSize());
 }
 
 } // namespace moxtexture

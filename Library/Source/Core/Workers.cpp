@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <atomic>
-#include <system_error>
+#include <exception>
 #include <thread>
 #include <vector>
 
@@ -31,9 +31,9 @@ void runTasks(size_t uiTaskCount, uint32_t uiThreadCount, const std::function<vo
         for (size_t i = 0; i < uiHelperCount; ++i)
             helpers.emplace_back(work);
     }
-    catch (const std::system_error&)
+    catch (const std::exception&)
     {
-        // No more threads to be had: those that run do all of it.
+        // No more threads or memory to be had: those that run do all of it.
     }
     work();
     for (std::thread& helper : helpers)

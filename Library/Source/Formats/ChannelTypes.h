@@ -39,7 +39,9 @@ inline constexpr uint32_t k_uiChannelTypeCount = 14;
 /// True for the types with negative values. "Unsigned Floating Point" and unknown numbers are not among them.
 [[nodiscard]] constexpr bool isSignedChannelType(EMOXTChannelType eType)
 {
-    constexpr uint32_t ui32SignedTypes = 6826; // bits 1, 3, 5, 7, 9, 11 and 12
+    constexpr uint32_t ui32SignedTypes = 1u << eCT_SignedNormalisedByte | 1u << eCT_SignedByte | 1u << eCT_SignedNormalisedShort |
+                                         1u << eCT_SignedShort | 1u << eCT_SignedNormalisedInteger | 1u << eCT_SignedInteger |
+                                         1u << eCT_SignedFloatingPoint;
     return eType < eCT_UnsignedFloatingPoint && ((ui32SignedTypes >> eType) & 1) != 0;
 }
 

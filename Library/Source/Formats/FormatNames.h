@@ -12,7 +12,8 @@ namespace moxtexture
 /// The name shown to a user: of a numbered format its own ("ETC2 RGB A1"), of a layout its letters, a blank, and each bit
 /// count with a blank behind it, in upper case ("RGBA 8 8 8 8 ", the last blank included). Empty for unknown numbers.
 ///
-/// On purpose: the first bit count alone decides which of the two it is, not the whole upper half of the word.
+/// On purpose: the first bit count alone decides which of the two it is, not the whole upper half of the word. Where it is 0 the
+/// lower half is the number, whatever stands above it.
 [[nodiscard]] std::string getFormatName(MOXPixelWord pixelFormat);
 
 /// "Unsigned Normalised Byte", or for bShort "UNorm"; empty for a number that names no type.

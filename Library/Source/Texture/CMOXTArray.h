@@ -37,12 +37,12 @@ public:
     virtual ~CMOXTArray() = default;
 
     /// @return the index of the new element
-    uint32_t append(const T& element)
+    uint32_t append(T element) // by value: it may be one of the array's own
     {
         reserve(m_uiSize + 1);
         if (m_uiSize >= m_uiCapacity)
             return m_uiSize;
-        m_pData[m_uiSize] = element;
+        m_pData[m_uiSize] = std::move(element);
         return m_uiSize++;
     }
 

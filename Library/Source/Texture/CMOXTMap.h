@@ -1,22 +1,42 @@
 #pragma once
 
 #include <cstdint>
-#include <map>
 #include <new>
+#include <utility>
 
 #include "Texture/CMOXTArray.h"
 
 namespace moxtexture
 {
 
-/// Values by key, in the order of insertion: the order in which metadata goes into files.
+/// Values by key, in the order of insertion: the order in which metadata goes into files. Look-up searches from the first on.
 ///
-/// Finds a key as a search from the first to the last would, but through an index: a hostile file may bring a million keys.
+/// Copies are deep. Where memory is refused, copies and operator[] throw std::bad_alloc and leave the map as it was.
 template <typename K, typename V>
 class CMOXTMap
 {
 public:
-    /// The value of a key; a key that is not there is appended with a default value. Throws std::bad_alloc where memory is refused.
+    CMOXTMap() = default;
+
+    CMOXTMap(const CMOXTMap& other) : m_Keys(other.m_Keys), m_Values(other.m_Values)
+    {
+        // An array that got no memory stays empty without a word; keys and values must not part.
+        if (m_Keys.getSize() != other.getCount() || m_Values.getSize() != other.getCount())
+            throw std::bad_alloc();
+    }
+
+    CMOXTMap& operator=(const CMOXTMap& other)
+    {
+        if (this != &other)
+            *this = CMOXTMap(other);
+        return *this;
+    }
+
+    CMOXTMap(CMOXTMap&&) = default;
+    CMOXTMap& operator=(CMOXTMap&&) = default;
+    ~CMOXTMap() = default;
+
+    /// The value of a key; a key that is not there is appended with a default value.
     V& operator[](const K& key)
     {
         if (V* pValue = find(key))
@@ -27,7 +47,6 @@ public:
         m_Values.reserve(uiIndex + 1);
         if (m_Keys.getCapacity() <= uiIndex || m_Values.getCapacity() <= uiIndex)
             throw std::bad_alloc();
-        m_Index.emplace(key, uiIndex);
         m_Keys.append(key);
         return m_Values[m_Values.append(V())];
     }
@@ -35,8 +54,10 @@ public:
     /// The value of a key, or null; never inserts.
     [[nodiscard]] const V* find(const K& key) const
     {
-        const auto it = m_Index.find(key);
-        return it != m_Index.end() ? &m_Values[it->second] : nullptr;
+        for (uint32_t i = 0; i < getCount(); ++i)
+            if (m_Keys[i] == key)
+                return &m_Values[i];
+        return nullptr;
     }
     [[nodiscard]] V* find(const K& key) { return const_cast<V*>(static_cast<const CMOXTMap*>(this)->find(key)); }
 
@@ -44,13 +65,14 @@ public:
     /// @return false if the key was not there
     bool remove(const K& key)
     {
+        if (!contains(key))
+            return false;
         CMOXTMap kept;
         for (uint32_t i = 0; i < getCount(); ++i)
             if (!(m_Keys[i] == key))
-                kept[m_Keys[i]] = m_Values[i];
-        const bool bFound = kept.getCount() != getCount();
-        *this = kept;
-        return bFound;
+                kept[m_Keys[i]] = std::move(m_Values[i]);
+        *this = std::move(kept);
+        return true;
     }
 
     [[nodiscard]] bool contains(const K& key) const { return find(key) != nullptr; }
@@ -63,7 +85,6 @@ public:
 private:
     CMOXTArray<K> m_Keys;
     CMOXTArray<V> m_Values;
-    std::map<K, uint32_t> m_Index; // place by key; ordered, so that no choice of keys makes it slow
 };
 
 } // namespace moxtexture

@@ -40,7 +40,7 @@ PixelEncoding CMOXTextureHeader::getEncoding() const
 
 uint32_t CMOXTextureHeader::countEqualLevels(uint32_t uiMIPLevel, uint32_t uiLevelCount)
 {
-    return (uiLevelCount - uiMIPLevel - 1) / 32 + 1; // in this order: it wraps for no count
+    return (uiLevelCount - uiMIPLevel - 1) / 32 + 1; // adding 31 before dividing would wrap near 2^32
 }
 
 uint32_t CMOXTextureHeader::getWidth(uint32_t uiMIPLevel) const

@@ -112,9 +112,9 @@ public:
     [[nodiscard]] const MetaDataMap& getMetaData() const { return m_MetaData; }
     [[nodiscard]] MetaDataMap& getMetaData() { return m_MetaData; }
 
-    /// Stores a deep copy under its owner and key.
+    /// Stores a block under its owner and key.
     /// On purpose: a block that it replaces stays in the metadata size, unlike with the setters below.
-    void addMetaData(const MetaDataBlock& block);
+    void addMetaData(MetaDataBlock block);
     /// Adds a block of zeros so that the texture data of a native file starts at a multiple of ui32Alignment; 0 and 1 add nothing.
     /// On purpose: counted modulo 2^32, so only powers of two are met, and a block without bytes is added where none are missing.
     void addPaddingMetaData(uint32_t ui32Alignment);

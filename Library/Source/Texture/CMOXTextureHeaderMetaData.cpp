@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <utility>
 
 #include "Core/ByteOrder.h"
 #include "Texture/CMOXTextureHeader.h"
@@ -26,15 +27,18 @@ const MetaDataBlock* CMOXTextureHeader::findNativeBlock(ENativeMetaData eKey) co
 
 void CMOXTextureHeader::setNativeBlock(ENativeMetaData eKey, const void* pData, uint32_t uiSize)
 {
+    // Also a block without data counted its record when it was added.
     if (const MetaDataBlock* pOld = findNativeBlock(eKey))
         m_ui32MetaDataSize -= MetaDataBlock::k_uiRecordSize + pOld->u32DataSize;
     addMetaData(MetaDataBlock(k_ui32NativeFourCC, eKey, pData, uiSize));
 }
 
-void CMOXTextureHeader::addMetaData(const MetaDataBlock& block)
+void CMOXTextureHeader::addMetaData(MetaDataBlock block)
 {
-    m_MetaData[block.DevFOURCC][block.u32Key] = block;
-    m_ui32MetaDataSize += MetaDataBlock::k_uiRecordSize + block.u32DataSize;
+    const uint32_t uiSize = MetaDataBlock::k_uiRecordSize + block.u32DataSize;
+    MetaDataBlock& place = m_MetaData[block.DevFOURCC][block.u32Key];
+    place = std::move(block);
+    m_ui32MetaDataSize += uiSize;
 }
 
 void CMOXTextureHeader::addPaddingMetaData(uint32_t ui32Alignment)

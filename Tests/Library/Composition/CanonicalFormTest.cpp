@@ -101,3 +101,27 @@ TEST(UndoOrientation, OutsideTheWorkingFormTellsAndClearsTheRecord)
     EXPECT_FALSE(undoOrientation(texture));
     EXPECT_EQ(0u, texture.getOrientation(eAxisY));
 }
+
+TEST(CanonicalForm, EverySurfaceIsTurnedOnAllAxesAtOnce)
+{
+    // Two members of two faces, 3 by 2 by 2 with a level below; each red is its own number within the surface.
+    CMOXTexture texture(CMOXTextureHeader(layout("r", 8), 2, 3, 2, 2, 2, 2, eCS_Linear, eCT_UnsignedNormalisedByte, false));
+    for (uint32_t uiMember = 0; uiMember < 2; ++uiMember)
+        for (uint32_t uiFace = 0; uiFace < 2; ++uiFace)
+            for (uint8_t i = 0; i < 12; ++i)
+                texture.getDataPtr(0, uiMember, uiFace)[i] = i;
+    texture.setOrientation(7);
+    ASSERT_TRUE(toRGBAFloatCanonical(texture));
+    for (uint32_t uiMember = 0; uiMember < 2; ++uiMember)
+        for (uint32_t uiFace = 0; uiFace < 2; ++uiFace)
+            for (uint32_t i = 0; i < 12; ++i) // mirrored on all three axes, a surface runs backwards
+                EXPECT_EQ(static_cast<float>(11 - i) / 255.0f, loadLE<float>(texture.getDataPtr(0, uiMember, uiFace) + 16 * i)) << i;
+}
+
+TEST(CanonicalForm, AFailedConversionStillClearsTheRecord)
+{
+    CMOXTexture texture(CMOXTextureHeader(ePF_BC4, 4, 4, 1, 1, 1, 1, eCS_Linear, eCT_UnsignedNormalisedByte, false)); // no codec
+    texture.setOrientation(2);
+    EXPECT_FALSE(toRGBA8Canonical(texture));
+    EXPECT_EQ(0u, texture.getOrientation(eAxisY));
+}

@@ -1,6 +1,13 @@
 #include "Composition/SavePadding.h"
 
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+
 #include <gtest/gtest.h>
+
+#include "Files/SaveTexture.h"
+#include "Texture/CMOXTexture.h"
 
 using namespace moxtexture;
 
@@ -68,4 +75,39 @@ TEST(SavePadding, IsCountedModuloTwoToThe32ForOtherAlignmentsToo)
     header.setOrientation(2);
     setSavePadding(header, 1000);
     EXPECT_EQ(217u, paddingOf(header));
+}
+
+TEST(SavePadding, StartsFromWhatIsHeldAndNotFromAnOverstatedSize)
+{
+    CMOXTextureHeader header;
+    const MetaDataBlock block(0x31323334, 1, "abc", 3);
+    header.addMetaData(block);
+    header.addMetaData(block);    // one block of 15 bytes, told as 30
+    header.addPaddingMetaData(8); // one of them too many: 64 + 30 = 94, so 2
+    setSavePadding(header, 16);   // 64 + 15 = 79, so 1
+    EXPECT_EQ(1u, paddingOf(header));
+    EXPECT_EQ(15u + 13, header.getMetaDataSize());
+    EXPECT_EQ(header.sumMetaDataSize(), header.getMetaDataSize());
+}
+
+TEST(SavePadding, SavedTwiceIsReadBackEachTime)
+{
+    char acFolder[] = "/tmp/halvane-padding-XXXXXX";
+    ASSERT_NE(nullptr, mkdtemp(acFolder));
+    const std::string strPath = std::string(acFolder) + "/a.mox";
+    for (const uint32_t uiAlignment : {4u, 2u, 64u})
+    {
+        const uint8_t aui8Pixel[4] = {1, 2, 3, 4};
+        CMOXTexture texture(CMOXTextureHeader(k_RGBA8, 1, 1, 1, 1, 1, 1, eCS_Linear, eCT_UnsignedNormalisedByte, false), aui8Pixel);
+        for (int i = 0; i < 2; ++i)
+        {
+            setSavePadding(texture, uiAlignment);
+            ASSERT_TRUE(saveTexture(texture, strPath));
+            texture = CMOXTexture(strPath);
+            ASSERT_EQ(4u, texture.getBlockSize()) << uiAlignment << ' ' << i;
+            EXPECT_EQ(3, texture.getDataPtr()[2]);
+            EXPECT_EQ(0u, (52 + texture.getMetaDataSize()) % uiAlignment);
+        }
+    }
+    std::filesystem::remove_all(acFolder);
 }

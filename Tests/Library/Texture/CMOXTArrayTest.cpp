@@ -129,9 +129,19 @@ TEST(MoxtArray, MayBeUsedAgainAfterItWasMoved)
     CMOXTArray<int> array = countTo(3);
     const CMOXTArray<int> target = std::move(array);
     EXPECT_EQ(3u, target.getSize());
-    array = CMOXTArray<int>();
+    EXPECT_EQ(0u, array.getSize()); // NOLINT(bugprone-use-after-move): that it is empty is what is tested
     EXPECT_EQ(0u, array.append(7));
+    EXPECT_EQ(1u, array.append(8));
     EXPECT_EQ(7, array[0]);
+    EXPECT_EQ(8, array[1]);
+}
+
+TEST(MoxtArray, MayBeGivenItsOwnElementWhereItGrows)
+{
+    CMOXTArray<int> array = countTo(16); // full
+    EXPECT_EQ(16u, array.append(array[3]));
+    EXPECT_EQ(array[3], array[16]);
+    EXPECT_EQ(32u, array.getCapacity());
 }
 
 TEST(MoxtArray, StaysAsItIsWhereMemoryIsRefused)
