@@ -88,7 +88,7 @@ uint32_t countBytes(uint64_t uiWidth, uint64_t uiHeight, uint32_t uiType)
 uint32_t compressImage(const uint8_t* pSource, uint8_t* pDestination, uint32_t uiWidth, uint32_t uiHeight, uint32_t uiType,
                        const RowEncoders& encoders)
 {
-    if (!isBcType(uiType))
+    if (!isBcType(uiType) || uiWidth == 0 || uiHeight == 0)
         return 0;
     if (pSource == nullptr || pDestination == nullptr)
         return countBytes(uiWidth, uiHeight, uiType);

@@ -178,6 +178,7 @@ StoredColours encodeFit(const BlockColours& block, BcIndexSlots& slots)
     }
 
     const BcColour way = end1.colour - end0.colour;
+    // On purpose: times the reciprocal, before the product with a pixel. A division would round otherwise, in rare blocks to another step.
     const BcColour scaledWay = way * (1.0f / dotProduct(way, way));
     const float fLastStep = bThreeColours ? 2.0f : 3.0f;
     for (uint32_t i = 0; i < k_uiBcPixels; ++i)

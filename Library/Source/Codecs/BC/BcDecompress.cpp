@@ -41,7 +41,7 @@ BcPixels decodeBlock(const uint8_t* pBlock, uint32_t uiType)
 uint32_t decompressImage(const uint8_t* pSource, uint8_t* pDestination, uint32_t uiWidth, uint32_t uiHeight, uint32_t uiType,
                          decltype(&bcDecodeRow) decodeRow)
 {
-    if (!isBcType(uiType))
+    if (!isBcType(uiType) || uiWidth == 0 || uiHeight == 0)
         return 0;
     const size_t uiRowBytes = uiWidth * k_uiPixelBytes;
     const auto uiResult = static_cast<uint32_t>(uiRowBytes * uiHeight);

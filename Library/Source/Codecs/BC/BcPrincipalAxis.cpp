@@ -19,6 +19,7 @@ BcColour findBcPrincipalAxis(const BcCovariance& covariance)
         const float fLength = std::sqrt(dotProduct(product, product));
         if (fLength == 0.0f)
             break;
+        // On purpose: times the reciprocal. Channels divided by the length would round otherwise, and rare blocks with them.
         const BcColour next = product * (1.0f / fLength);
         const BcColour move = next - axis;
         axis = next;

@@ -20,8 +20,8 @@ using BcCovariance = std::array<float, 6>;
 
 /// The direction in which colours spread most, by power iteration from (1, 1, 1).
 ///
-/// Each step multiplies by the matrix and normalises. Where that product is 0, the vector stays: a matrix that has (1, 1, 1)
-/// in its null space gives (1, 1, 1), which is not of unit length.
+/// Each step multiplies by the matrix and normalises (times 1 / length, not divided by it). Where that product is 0, the vector stays: a
+/// matrix that has (1, 1, 1) in its null space gives (1, 1, 1), which is not of unit length.
 [[nodiscard]] BcColour findBcPrincipalAxis(const BcCovariance& covariance);
 
 } // namespace moxtexture

@@ -30,7 +30,7 @@ std::array<uint32_t, 16> getIndices(const Part& part)
     return indices;
 }
 
-/// Alphas 0 to 7 by index, then 0 to 7 again.
+/// The eight alphas that indices 0 to 7 choose.
 std::array<uint8_t, 8> decodePalette(uint8_t alpha0, uint8_t alpha1)
 {
     Part part{};

@@ -38,6 +38,14 @@ BcPixels opposedBlock()
     return pixels;
 }
 
+/// An opaque block with these reds, green and blue 0.
+BcPixels redBlock(const std::array<uint32_t, 16>& auiReds)
+{
+    BcPixels pixels;
+    std::transform(auiReds.begin(), auiReds.end(), pixels.begin(), [](uint32_t uiRed) { return rgba(uiRed, 0, 0); });
+    return pixels;
+}
+
 struct EncodedRow
 {
     std::vector<uint8_t> parts;
@@ -55,6 +63,14 @@ EncodedRow encodeRow(decltype(&bcColourRow) encodeColours, const std::vector<uin
     encodeColours({image.data(), uiBlocks * 16, row.parts.data(), uiBlockBytes, uiBlocks}, bOneBitAlpha, slots);
     row.uiSlots = slots.uiBits;
     return row;
+}
+
+/// Expects the colour part of a block from the plain form, and from the fast one with every instruction set.
+void expectPart(uint64_t uiExpected, const BcPixels& pixels)
+{
+    EXPECT_EQ(uiExpected, encodeAlone(pixels, true));
+    forEachInstructionSet(
+        [&] { EXPECT_EQ(uiExpected, loadLE<uint64_t>(encodeRow(bcColourRow, layOutBlocks({pixels}, 1), 1, 8, true).parts.data())); });
 }
 
 } // namespace
@@ -134,6 +150,48 @@ TEST(BcCompressBlock, ARampWithTransparentPixelsTakesTheNearestOfThree)
     BcPixels pixels = greyRamp();
     pixels[5] &= 0x00FFFFFF;
     EXPECT_EQ(colourPart(0, 0xFFFF, packIndices({0, 0, 0, 0, 2, 3, 2, 2, 2, 2, 2, 2, 1, 1, 1, 1})), encodeAlone(pixels, true));
+}
+
+TEST(BcCompressBlock, TheMeanKeepsItsFraction)
+{
+    // Reds lie symmetrically about 96.5, and the two pixels with a green of 5 do so too: red and green do not change together,
+    // the axis is (1, 0, 0), and both end points have the mean green of 4 + 2 / 16. (127, 4.1, 0) is 15 << 11 | 1 << 5, and
+    // (66, 4.1, 0) is 8 << 11 | 1 << 5. About (96, 4) the axis would rise with green, and an end point fall short of 4.
+    // 3 t + 0.5 is (127 - red) / 61 * 3 + 0.5: for 127, 113, 97, 96, 80, 66 it is 0.5, 1.19, 1.98, 2.02, 2.81, 3.5.
+    BcPixels pixels = redBlock({66, 66, 66, 66, 127, 127, 127, 127, 80, 80, 80, 113, 113, 113, 96, 97});
+    for (uint32_t i = 0; i < 16; ++i)
+        pixels[i] |= (i < 14 ? 4u : 5u) << 8;
+    expectPart(colourPart(0x7820, 0x4020, packIndices({1, 1, 1, 1, 0, 0, 0, 0, 3, 3, 3, 2, 2, 2, 3, 2})), pixels);
+}
+
+TEST(BcCompressBlock, IndicesAreMeasuredBetweenTheEndPointsBeforeTheyAreQuantised)
+{
+    // The end points are 199 and 7, stored as 24 and 0, which are 198 (or 192) and 0 again. Both blocks have colours that lie
+    // on the one side of a half between 199 and 7, on the other between these.
+    // 3 t + 0.5 is (199 - red) / 64 + 0.5: for 166, 101, 38 it is 1.02, 2.03, 3.02; from 198 to 0, 0.98, 1.97, 2.92.
+    expectPart(colourPart(24 << 11, 0, packIndices({1, 0, 2, 3, 1, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0})),
+               redBlock({7, 199, 166, 101, 38, 199, 199, 199, 199, 199, 199, 199, 199, 199, 199, 199}));
+    // Three colours, from the lesser: 2 t + 0.5 is (red - 7) / 96 + 0.5: for 53, 149 it is 0.98, 1.98; from 0 to 198, 1.04, 2.01.
+    BcPixels pixels = redBlock({7, 199, 53, 149, 7, 7, 7, 7, 7, 7, 7, 7, 7, 7, 7, 7});
+    pixels[15] &= 0x00FFFFFF;
+    expectPart(colourPart(0, 24 << 11, packIndices({0, 1, 0, 2, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 3})), pixels);
+}
+
+TEST(BcCompressBlock, AStepOfTheIterationIsMultipliedByOneOverTheLength)
+{
+    // Expected numbers from MakeBcFixtures.py --block; with channels divided by the length, colour 1 is 0x1BC8 there.
+    const BcPixels pixels = opaqueBlock({0x68B0A8, 0x2FAA99, 0x108645, 0x3B6D3E, 0x3B6D3E, 0x68B0A8, 0x68B0A8, 0x2FAA99, 0x108645, 0x108645,
+                                         0x68B0A8, 0x68B0A8, 0x3B6D3E, 0x2FAA99, 0x2FAA99, 0x108645});
+    expectPart(colourPart(0x5D95, 0x1BE8, 0x69058158), pixels);
+}
+
+TEST(BcCompressBlock, TheWayBetweenTheEndPointsIsMultipliedByOneOverItsSquareBeforeThePixelIs)
+{
+    // Expected numbers from MakeBcFixtures.py --block; with a division of the way, or of its product with the pixel, the indices
+    // are 0xD88592B5 there.
+    const BcPixels pixels = opaqueBlock({0x1A21E5, 0x1E23E1, 0x2325DC, 0x2828D7, 0x2D2AD2, 0x322DCD, 0x1E23E1, 0x2D2AD2, 0x1E23E1, 0x1A21E5,
+                                         0x322DCD, 0x2828D7, 0x322DCD, 0x2D2AD2, 0x1A21E5, 0x2325DC});
+    expectPart(colourPart(0x3179, 0x191C, 0xD887B2BD), pixels);
 }
 
 TEST(BcCompressBlock, EndPointsThatAreOneInFiveSixFiveGiveAllIndicesZero)

@@ -1,5 +1,7 @@
 #include "Codecs/BC/BcCompress.h"
 
+#include <utility>
+
 #include <gtest/gtest.h>
 
 #include "BcTestBlocks.h"
@@ -37,6 +39,21 @@ std::vector<uint8_t> pickPixels(const std::vector<uint8_t>& image, uint32_t uiFr
     return picked;
 }
 
+/// Expects of random pixels of a size that is no multiple of 4 the blocks of what it is padded to.
+///
+/// @param columns, rows  by place in the padded image, the column or row that it repeats
+void expectPadding(uint32_t uiWidth, uint32_t uiHeight, const std::vector<uint32_t>& columns, const std::vector<uint32_t>& rows)
+{
+    const auto uiPaddedWidth = static_cast<uint32_t>(columns.size());
+    const auto uiPaddedHeight = static_cast<uint32_t>(rows.size());
+    const std::vector<uint8_t> image = CSeededRandom(3).bytes(size_t{uiWidth} * uiHeight * 4);
+    const std::vector<uint8_t> padded = pickPixels(
+        image, uiWidth, uiPaddedWidth, uiPaddedHeight, [&](uint32_t x) { return columns[x]; }, [&](uint32_t y) { return rows[y]; });
+    for (const uint32_t uiType : k_auiTypes)
+        EXPECT_EQ(encode(bcCompressImage, padded, uiPaddedWidth, uiPaddedHeight, uiType),
+                  encode(bcCompressImage, image, uiWidth, uiHeight, uiType));
+}
+
 } // namespace
 
 TEST(BcCompress, ANullPointerAsksForTheSizeWithoutPadding)
@@ -72,6 +89,33 @@ TEST(BcCompress, AnUnknownTypeGivesNothing)
     EXPECT_EQ(std::vector<uint8_t>(16, 7), blocks);
 }
 
+TEST(BcCompress, AWidthOrHeightOfZeroGivesNothing)
+{
+    const std::vector<uint8_t> image(64);
+    std::vector<uint8_t> blocks(16, 7);
+    for (const auto encoder : {bcCompressImage, bcCompressImageReference})
+        for (const uint32_t uiType : k_auiTypes)
+            for (const auto& [uiWidth, uiHeight] : {std::pair{0u, 4u}, {4u, 0u}, {0u, 5u}, {5u, 0u}, {0u, 0u}})
+            {
+                EXPECT_EQ(0u, encoder(image.data(), blocks.data(), uiWidth, uiHeight, uiType));
+                EXPECT_EQ(0u, encoder(nullptr, nullptr, uiWidth, uiHeight, uiType));
+            }
+    EXPECT_EQ(std::vector<uint8_t>(16, 7), blocks);
+}
+
+TEST(BcCompress, ASurfaceOfHardBlocksGivesTheBytesThatAnotherEncoderMakesOfIt)
+{
+    const std::vector<uint8_t> image = readFixture("surface.rgba");
+    ASSERT_EQ(size_t{k_uiFixtureWidth} * k_uiFixtureHeight * 4, image.size());
+    for (const uint32_t uiType : k_auiTypes)
+    {
+        SCOPED_TRACE(uiType);
+        const std::vector<uint8_t> expected = readFixture(uiType, ".blocks");
+        EXPECT_EQ(expected, encode(bcCompressImageReference, image, k_uiFixtureWidth, k_uiFixtureHeight, uiType));
+        forEachInstructionSet([&] { EXPECT_EQ(expected, encode(bcCompressImage, image, k_uiFixtureWidth, k_uiFixtureHeight, uiType)); });
+    }
+}
+
 TEST(BcCompress, BlocksFollowInRowOrder)
 {
     const std::vector<uint8_t> image = layOutBlocks({flatBlock(grey(0)), flatBlock(rgba(255, 0, 0)), flatBlock(rgba(0, 255, 0)),
@@ -85,7 +129,7 @@ TEST(BcCompress, BlocksFollowInRowOrder)
 
 TEST(BcCompress, TypesTwoToFiveHaveTheAlphaPartFirst)
 {
-    // White at alpha 0x9C: nibbles of 9, or 0x9C twice and indices 0; and the same colours, which know no 1-bit alpha.
+    // White at alpha 0x5C: nibbles of 5, or 0x5C twice and indices 0; and the same colours, which know no 1-bit alpha.
     const std::vector<uint8_t> image = layOutBlocks({flatBlock(grey(255, 0x5C))}, 1);
     for (const uint32_t uiType : {2u, 3u})
         EXPECT_EQ(0x5555555555555555u, loadLE<uint64_t>(encode(bcCompressImage, image, 4, 4, uiType).data()));
@@ -127,25 +171,13 @@ TEST(BcCompress, IndicesAreHandedOnFromBlockToBlockAndFromRowToRow)
 TEST(BcCompress, ColumnsAndRowsBeyondTheEdgeRepeatThoseBefore)
 {
     // A width of 5 is padded to 8 by the columns 2, 3, 4; a height of 6 by the rows 4 + 6 - 8 = 4 and 5.
-    const uint32_t auiColumns[8] = {0, 1, 2, 3, 4, 2, 3, 4};
-    const uint32_t auiRows[8] = {0, 1, 2, 3, 4, 5, 4, 5};
-    const std::vector<uint8_t> image = CSeededRandom(3).bytes(size_t{5} * 6 * 4);
-    const std::vector<uint8_t> padded = pickPixels(
-        image, 5, 8, 8, [&](uint32_t x) { return auiColumns[x]; }, [&](uint32_t y) { return auiRows[y]; });
-    for (const uint32_t uiType : k_auiTypes)
-        EXPECT_EQ(encode(bcCompressImage, padded, 8, 8, uiType), encode(bcCompressImage, image, 5, 6, uiType));
+    expectPadding(5, 6, {0, 1, 2, 3, 4, 2, 3, 4}, {0, 1, 2, 3, 4, 5, 4, 5});
 }
 
 TEST(BcCompress, SidesOfTwoAndThreeAreRepeatedByTheSameRule)
 {
     // 2 is padded by 2 + 2 - 4 = 0 and 1; 3 by 3 + 3 - 4 = 2.
-    const uint32_t auiColumns[4] = {0, 1, 0, 1};
-    const uint32_t auiRows[4] = {0, 1, 2, 2};
-    const std::vector<uint8_t> image = CSeededRandom(4).bytes(size_t{2} * 3 * 4);
-    const std::vector<uint8_t> padded = pickPixels(
-        image, 2, 4, 4, [&](uint32_t x) { return auiColumns[x]; }, [&](uint32_t y) { return auiRows[y]; });
-    for (const uint32_t uiType : k_auiTypes)
-        EXPECT_EQ(encode(bcCompressImage, padded, 4, 4, uiType), encode(bcCompressImage, image, 2, 3, uiType));
+    expectPadding(2, 3, {0, 1, 0, 1}, {0, 1, 2, 2});
 }
 
 TEST(BcCompress, ASideOfOnePixelRepeatsThatPixel)

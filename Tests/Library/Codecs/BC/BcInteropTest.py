@@ -31,6 +31,8 @@ def decode_with_pillow(path):
 
 
 def decode_with_imagemagick(convert, path):
+    if not Path(convert).is_file():
+        sys.exit(f"{convert} is missing: install the package imagemagick")
     pixels = subprocess.run([convert, str(path), "-depth", "8", "rgba:-"], check=True, capture_output=True).stdout
     header = path.read_bytes()[:128]
     return (int.from_bytes(header[16:20], "little"), int.from_bytes(header[12:16], "little")), pixels

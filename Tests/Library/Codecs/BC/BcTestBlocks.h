@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <fstream>
 #include <functional>
+#include <iterator>
+#include <string>
 #include <vector>
 
 #include "Codecs/BC/BcBlockRow.h"
@@ -30,6 +33,31 @@ using testsupport::CSeededRandom;
     BcPixels pixels;
     pixels.fill(uiPixel);
     return pixels;
+}
+
+/// An opaque block of sixteen colours as 0xRRGGBB.
+[[nodiscard]] inline BcPixels opaqueBlock(const std::array<uint32_t, 16>& auiColours)
+{
+    BcPixels pixels;
+    std::transform(auiColours.begin(), auiColours.end(), pixels.begin(),
+                   [](uint32_t uiColour) { return rgba(uiColour >> 16, uiColour >> 8 & 0xFF, uiColour & 0xFF); });
+    return pixels;
+}
+
+/// The surface of Tests/Data/BcBlocks, whose files come from MakeBcFixtures.py.
+constexpr uint32_t k_uiFixtureWidth = 31;
+constexpr uint32_t k_uiFixtureHeight = 38;
+
+/// A file of that folder; empty if it can't be read.
+[[nodiscard]] inline std::vector<uint8_t> readFixture(const std::string& strName)
+{
+    std::ifstream file(std::string(HALVANE_SOURCE_DIR) + "/Tests/Data/BcBlocks/" + strName, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+[[nodiscard]] inline std::vector<uint8_t> readFixture(uint32_t uiType, const std::string& strEnding)
+{
+    return readFixture("type" + std::to_string(uiType) + strEnding);
 }
 
 /// The indices of a colour part from sixteen numbers in row order.
