@@ -32,8 +32,8 @@ public:
         return *this;
     }
 
-    CMOXTMap(CMOXTMap&&) = default;
-    CMOXTMap& operator=(CMOXTMap&&) = default;
+    CMOXTMap(CMOXTMap&&) noexcept = default;
+    CMOXTMap& operator=(CMOXTMap&&) noexcept = default;
     ~CMOXTMap() = default;
 
     /// The value of a key; a key that is not there is appended with a default value.
