@@ -26,9 +26,10 @@ Outcome edit(const Conversion& conversion, CMOXTexture& texture)
 
 Outcome encode(const TargetEncoding& target, CMOXTexture& texture)
 {
-    const bool bEncoded = hasEncoding(texture, target) || Transcode(texture, target.pixelFormat, target.eChannelType, target.eColourSpace,
-                                                                    target.uiQuality, target.bDither);
-    return bEncoded ? done() : failed("Cannot encode this texture as " + getTidyName(target.pixelFormat));
+    if (hasEncoding(texture, target) ||
+        Transcode(texture, target.pixelFormat, target.eChannelType, target.eColourSpace, target.uiQuality, target.bDither))
+        return done();
+    return failed("Cannot encode this texture as " + getTidyName(target.pixelFormat));
 }
 
 } // namespace

@@ -35,6 +35,20 @@ std::string findMissing(const char* strKind, uint32_t uiIndex, uint32_t uiCount)
            ", counted from 0";
 }
 
+/// A texture of that surface alone, which says of itself what the whole one does.
+/// @return one without data for a surface whose bytes are not there
+CMOXTexture takeSurface(const CMOXTexture& texture, uint32_t uiLevel, uint32_t uiMember, uint32_t uiFace)
+{
+    CMOXTextureHeader header(texture.getPixelFormat(), texture.getHeight(uiLevel), texture.getWidth(uiLevel), texture.getDepth(uiLevel), 1,
+                             1, 1, texture.getColourSpace(), texture.getChannelType(), texture.isPreMultiplied());
+    header.getMetaData() = texture.getMetaData();
+    header.setMetaDataSize(texture.getMetaDataSize());
+    const uint8_t* pSurface = texture.getDataPtr(uiLevel, uiMember, uiFace);
+    if (pSurface == nullptr || !header.fitsDataBlock() || header.getDataSize() != texture.getDataSize(uiLevel, false, false))
+        return {};
+    return CMOXTexture(header, pSurface);
+}
+
 /// Brings the texture into 8-bit RGBA, float textures by way of the form in which they are worked on.
 bool toPicture(CMOXTexture& texture)
 {
@@ -65,10 +79,11 @@ Outcome runExtract(const ExtractWords& words, COutputsInFlight& outputs)
         if (!strMissing.empty())
             return failed(strMissing);
 
+    texture = takeSurface(texture, uiLevel, uiMember, uiFace);
     if (!toPicture(texture))
         return failed("Cannot turn this texture into a picture");
     std::string strReason;
-    const auto save = [&](const std::string& strPath) { return saveSurfaceAsImage(texture, strPath, uiLevel, uiMember, uiFace); };
+    const auto save = [&](const std::string& strPath) { return saveSurfaceAsImage(texture, strPath, 0, 0, 0); };
     if (!outputs.write(words.strImage, save, strReason))
         return failed(strReason.empty() ? "Cannot save the picture as " + words.strImage : strReason);
     return done();

@@ -1,5 +1,6 @@
 #include <csignal>
 
+#include <QtCore/QThread>
 #include <QtCore/QtGlobal>
 #include <unistd.h>
 
@@ -22,6 +23,8 @@ int main(int iCount, char** apArguments)
         });
     // A reader that goes away shows as a failed write, with the files under way brought to their end.
     std::signal(SIGPIPE, SIG_IGN);
+    // The first thread that Qt sees is the main thread to it; a worker of a batch must not become that.
+    static_cast<void>(QThread::currentThread());
     // Image plug-ins talk of faults in files; an error here is one line, and ours.
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
     return moxtexture::runProgram(iCount, apArguments, outputs);
