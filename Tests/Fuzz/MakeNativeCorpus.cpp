@@ -143,6 +143,7 @@ void writeMetaData(CCorpus& corpus)
     make("many-owners", from().block(k_uiFont, 0, {1}).block(0, 0xFFFFFFFF, {2, 3}).block(k_uiFont, 1, {4}));
     make("key-twice", from().block(k_uiFont, 0, {1, 2, 3}).block(k_uiFont, 0, {4}));
     make("empty-block", from().block(k_uiFont, 0, std::vector<uint8_t>()));
+    make("cut-in-a-record", from().metaDataSize(30).data(std::vector<uint8_t>(5)));
     make("overrun", from().metaDataSize(20).block(k_uiFont, 0, {1}).block(k_uiFont, 1, {2, 3, 4}));
     make("claims-all", from().metaDataSize(0xFFFFFFFF).block(k_uiFont, 0, 0xFFFFFFFF, {1}));
 }
