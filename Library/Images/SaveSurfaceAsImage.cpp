@@ -21,11 +21,7 @@ bool writeBytes(const QByteArray& bytes, const std::string& strPath)
     if (!file.isOpen())
         return false;
     const bool bWritten = std::fwrite(bytes.constData(), static_cast<size_t>(bytes.size()), 1, file.get()) == 1;
-    if (file.close() && bWritten)
-        return true;
-    if (isRegularFile(strPath))
-        std::remove(strPath.c_str());
-    return false;
+    return finishWriting(file, bWritten, strPath);
 }
 
 } // namespace

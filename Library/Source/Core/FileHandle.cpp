@@ -64,6 +64,15 @@ bool isRegularFile(const std::string& strPath)
     return ::stat(strPath.c_str(), &status) == 0 && isRegular(status);
 }
 
+bool finishWriting(CFileHandle& file, bool bWritten, const std::string& strPath)
+{
+    if (file.close() && bWritten)
+        return true;
+    if (isRegularFile(strPath))
+        std::remove(strPath.c_str());
+    return false;
+}
+
 bool getFileSize(std::FILE* pFile, uint64_t& ui64Size)
 {
     if (::fseeko(pFile, 0, SEEK_END) != 0)

@@ -46,6 +46,13 @@ private:
 /// True if the path, links followed, leads to a regular file.
 [[nodiscard]] bool isRegularFile(const std::string& strPath);
 
+/// The end of writing a file: closes it, and removes it if anything failed. A device that was written to is not removed.
+///
+/// @param bWritten  false if the writer knows of a failure
+/// @param strPath   where the file was opened
+/// @return true if the whole file is there
+[[nodiscard]] bool finishWriting(CFileHandle& file, bool bWritten, const std::string& strPath);
+
 /// Bytes of an open file. The file stands at its start then.
 /// @return false for what has no end to seek to
 [[nodiscard]] bool getFileSize(std::FILE* pFile, uint64_t& ui64Size);

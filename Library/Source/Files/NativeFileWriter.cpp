@@ -55,12 +55,7 @@ bool writeNative(const CMOXTexture& texture, const std::string& strPath)
     if (!file.isOpen())
         return false;
     const bool bWritten = writeContents(texture, file.get());
-    if (file.close() && bWritten)
-        return true;
-    // A device that was written to is nobody's to remove.
-    if (isRegularFile(strPath))
-        std::remove(strPath.c_str());
-    return false;
+    return finishWriting(file, bWritten, strPath);
 }
 
 } // namespace moxtexture

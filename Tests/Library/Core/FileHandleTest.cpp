@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include "Support/FileSizeLimit.h"
 #include "Support/TemporaryFolder.h"
 
 using namespace moxtexture;
@@ -103,6 +104,27 @@ TEST(FileHandle, AFolderCanBeOpenedThoughThereIsNothingToRead)
     EXPECT_TRUE(canOpenForReading(folder.path()));
     EXPECT_FALSE(canOpenForReading(folder.path("missing")));
     EXPECT_FALSE(canOpenForReading(""));
+}
+
+TEST(FinishWriting, KeepsAFileThatIsWholeAndRemovesOneThatIsNot)
+{
+    const CTemporaryFolder folder;
+    CFileHandle good = CFileHandle::openForWriting(folder.path("a"));
+    EXPECT_TRUE(finishWriting(good, true, folder.path("a")));
+    CFileHandle bad = CFileHandle::openForWriting(folder.path("b"));
+    EXPECT_FALSE(finishWriting(bad, false, folder.path("b")));
+    EXPECT_TRUE(std::filesystem::exists(folder.path("a")));
+    EXPECT_FALSE(std::filesystem::exists(folder.path("b")));
+}
+
+TEST(FinishWriting, RemovesAFileThatFillsTheDiskOnlyOnClosing)
+{
+    const CTemporaryFolder folder;
+    const testsupport::CFileSizeLimit limit(2);
+    CFileHandle file = CFileHandle::openForWriting(folder.path("a"));
+    EXPECT_EQ(3u, std::fwrite("abc", 1, 3, file.get())); // kept back until then
+    EXPECT_FALSE(finishWriting(file, true, folder.path("a")));
+    EXPECT_EQ(0u, folder.count());
 }
 
 TEST(FileSize, IsTheBytesOfTheFileAndLeavesItAtItsStart)

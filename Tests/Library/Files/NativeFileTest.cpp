@@ -2,12 +2,11 @@
 
 #include <filesystem>
 
-#include <csignal>
-#include <sys/resource.h>
 #include <unistd.h>
 
 #include <gtest/gtest.h>
 
+#include "Support/FileSizeLimit.h"
 #include "Support/NativeLoading.h"
 #include "Support/TemporaryFolder.h"
 
@@ -40,29 +39,6 @@ CMOXTexture onePixel()
     const Bytes pixel = {1, 2, 3, 4};
     return CMOXTexture(CMOXTextureHeader(k_RGBA8, 1, 1, 1, 1, 1, 1, eCS_Linear, eCT_UnsignedNormalisedByte, false), pixel.data());
 }
-
-/// The longest file that this process may write, until it goes out of scope: a full disk, for root as for anybody.
-class CFileSizeLimit
-{
-public:
-    explicit CFileSizeLimit(rlim_t uiBytes) : m_pEarlierHandler(std::signal(SIGXFSZ, SIG_IGN))
-    {
-        ::getrlimit(RLIMIT_FSIZE, &m_Earlier);
-        const rlimit limit = {uiBytes, m_Earlier.rlim_max};
-        ::setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    CFileSizeLimit(const CFileSizeLimit&) = delete;
-    CFileSizeLimit& operator=(const CFileSizeLimit&) = delete;
-    ~CFileSizeLimit()
-    {
-        ::setrlimit(RLIMIT_FSIZE, &m_Earlier);
-        std::signal(SIGXFSZ, m_pEarlierHandler);
-    }
-
-private:
-    rlimit m_Earlier = {};
-    void (*m_pEarlierHandler)(int);
-};
 
 } // namespace
 

@@ -1,15 +1,13 @@
 #include "Images/SaveSurfaceAsImage.h"
 
 #include <cmath>
-#include <csignal>
 #include <cstdlib>
 #include <filesystem>
-
-#include <sys/resource.h>
 
 #include <gtest/gtest.h>
 
 #include "Images/LoadTextureFile.h"
+#include "Support/FileSizeLimit.h"
 #include "Support/NativeLoading.h"
 #include "Support/SeededPictures.h"
 #include "Support/TemporaryFolder.h"
@@ -139,15 +137,8 @@ TEST(SaveSurfaceAsImage, APathThatCannotBeOpenedFails)
 TEST(SaveSurfaceAsImage, AFullDiskRemovesTheFile)
 {
     const CTemporaryFolder folder;
-    rlimit earlier = {};
-    ASSERT_EQ(0, ::getrlimit(RLIMIT_FSIZE, &earlier));
-    const auto pEarlierHandler = std::signal(SIGXFSZ, SIG_IGN);
-    const rlimit limit = {40, earlier.rlim_max};
-    ASSERT_EQ(0, ::setrlimit(RLIMIT_FSIZE, &limit));
-    const bool bSaved = saveSurfaceAsImage(makeTexture(k_RGBA8, 4, 4, 1, 1, 1), folder.path("a.png"), 0, 0, 0);
-    ::setrlimit(RLIMIT_FSIZE, &earlier);
-    std::signal(SIGXFSZ, pEarlierHandler);
-    EXPECT_FALSE(bSaved);
+    const CFileSizeLimit limit(40);
+    EXPECT_FALSE(saveSurfaceAsImage(makeTexture(k_RGBA8, 4, 4, 1, 1, 1), folder.path("a.png"), 0, 0, 0));
     EXPECT_EQ(0u, folder.count());
 }
 
