@@ -20,7 +20,7 @@ constexpr char k_strNoImage[] = "Either file is not a valid image or texture fil
 
 bool mayBeMeant(const QSize& size, uint64_t ui64FileSize)
 {
-    constexpr uint64_t ui64AlwaysAllowedBytes = 256 << 20;
+    constexpr uint64_t ui64AlwaysAllowedBytes = 1 << 30;
     constexpr uint64_t ui64MostBytesPerFileByte = 65536;
 
     if (size.width() < 1 || size.height() < 1)

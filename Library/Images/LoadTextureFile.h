@@ -22,8 +22,8 @@ struct LoadStatus
 /// @param texture  the result; a default texture where the file cannot be opened; what the texture reader left, with a data size
 ///                 of 0, where it is neither
 ///
-/// An image is refused whose RGBA form does not fit 32 bits, or takes more than 256 MiB and also more than 65,536 times the
-/// length of the file, which no compression of pictures reaches.
+/// An image is refused whose RGBA form does not fit 32 bits, or takes more than 1 GiB and also more than 65,536 times the
+/// length of the file, which only an empty picture would.
 ///
 /// Needs no application object. PNG, BMP, PPM, XBM and XPM are part of Qt's Gui library; JPEG, TGA, GIF and others come from
 /// plug-ins in the "imageformats" folder of the Qt installation, which are found without an application object, too. (Only plug-ins

@@ -40,7 +40,11 @@ TEST(OutputsInFlight, LeaveTheEarlierFileWhereTheWriterFails)
     folder.write("a.txt", "old");
     COutputsInFlight outputs;
     std::string strReason = "stale";
-    const auto write = [](const std::string& strPath) { return putText(strPath, "half") && false; };
+    const auto write = [](const std::string& strPath)
+    {
+        EXPECT_TRUE(putText(strPath, "half"));
+        return false;
+    };
     EXPECT_FALSE(outputs.write(folder.path("a.txt"), write, strReason));
     EXPECT_EQ("old", readText(folder.path("a.txt")));
     EXPECT_EQ("", strReason); // only the writer knows

@@ -372,10 +372,10 @@ TEST_F(ConvertMany, WritesEachInputIntoTheFolderWithTheSameBytesWhateverTheJobs)
     std::vector<std::string> inputs;
     for (uint32_t i = 0; i < 9; ++i)
     {
-        const std::string strName = "p" + std::to_string(i) + ".png";
-        writePicture(path(strName), 8 + 4 * i, 20, i);
-        inputs.push_back(path(strName));
-        expectDone(convert(strName, "p" + std::to_string(i) + ".mox", {"--mips", "all", "--format", "bc3"}));
+        const std::string strStem = "p" + std::to_string(i);
+        inputs.push_back(path(strStem + ".png"));
+        writePicture(inputs.back(), 8 + 4 * i, 20, i);
+        expectDone(convert(strStem + ".png", strStem + ".mox", {"--mips", "all", "--format", "bc3"}));
     }
     for (const char* strJobs : {"1", "2", "5", "64"})
     {
@@ -387,7 +387,7 @@ TEST_F(ConvertMany, WritesEachInputIntoTheFolderWithTheSameBytesWhateverTheJobs)
         for (uint32_t i = 0; i < 9; ++i)
         {
             const std::string strName = "p" + std::to_string(i) + ".mox";
-            EXPECT_EQ(readBytes(path(strName)), readBytes(strFolder + "/" + strName)) << strJobs << " " << i;
+            EXPECT_EQ(readBytes(path(strName)), readBytes((std::filesystem::path(strFolder) / strName).string())) << strJobs << " " << i;
         }
     }
 }

@@ -16,7 +16,7 @@ namespace moxtexture
 /// - pixels that would take more than 1 GiB as 8-bit RGBA and also more than 64 times the length of the file, which is beyond the
 ///   densest format: a few bytes must not grow to gigabytes as soon as they are looked at,
 /// - more than 65,536 surfaces that are also more than the bytes of the file: they would take an age to walk over.
-/// A file that holds all of its data is never refused but for the first two.
+/// A file that holds all of its data is refused for none but the first two, as long as each of its surfaces takes a byte or more.
 ///
 /// @param ui64FileSize  bytes of the whole file
 /// @return false for a refusal or where memory is not to be had; the texture is left as by leaveWithoutData() then

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 #include <new>
+#include <utility>
 
 #include "Core/ByteOrder.h"
 #include "Core/FileHandle.h"
@@ -30,8 +31,9 @@ bool seekTo(const InputFile& file, uint64_t ui64Position)
 }
 
 /// @param ui64Position  where the file stands; moved on by what the block takes
+/// @param ui64End       of the section: of a block that runs past it only the record is read, as it is going to be dropped
 /// @return false for a block that the file does not hold as a whole, or without data
-bool readMetaDataBlock(const InputFile& file, uint64_t& ui64Position, MetaDataBlock& block)
+bool readMetaDataBlock(const InputFile& file, uint64_t& ui64Position, uint64_t ui64End, MetaDataBlock& block)
 {
     uint8_t aui8Record[MetaDataBlock::k_uiRecordSize];
     if (!readExactly(file, aui8Record, sizeof(aui8Record)))
@@ -44,17 +46,18 @@ bool readMetaDataBlock(const InputFile& file, uint64_t& ui64Position, MetaDataBl
     // No memory for what the file cannot deliver.
     if (block.u32DataSize == 0 || ui64Position > file.ui64Size || block.u32DataSize > file.ui64Size - ui64Position)
         return false;
-    block.Data.reset(new (std::nothrow) uint8_t[block.u32DataSize]);
-    if (!block.Data || !readExactly(file, block.Data.get(), block.u32DataSize))
-        return false;
     ui64Position += block.u32DataSize;
-    return true;
+    if (ui64Position > ui64End)
+        return true;
+    block.Data.reset(new (std::nothrow) uint8_t[block.u32DataSize]);
+    return block.Data && readExactly(file, block.Data.get(), block.u32DataSize);
 }
 
 /// Reads the metadata section, from right behind the header, and leaves the file at the start of the data.
 bool readMetaData(const InputFile& file, CMOXTextureHeader& header)
 {
-    // Look-up is linear: far more blocks than anybody has use for would take an age to enter.
+    // Far more than anybody has use for. Each new owner takes about 1 KiB, and look-up is linear: a hostile file must neither
+    // grow a hundredfold in memory nor take an age.
     constexpr uint32_t uiMostBlocks = 32768;
 
     const uint32_t uiSectionSize = header.getMetaDataSize();
@@ -64,11 +67,11 @@ bool readMetaData(const InputFile& file, CMOXTextureHeader& header)
     for (uint32_t uiCount = 0; ui64Position < ui64End; ++uiCount)
     {
         MetaDataBlock block;
-        if (uiCount == uiMostBlocks || !readMetaDataBlock(file, ui64Position, block))
+        if (uiCount == uiMostBlocks || !readMetaDataBlock(file, ui64Position, ui64End, block))
             return false;
         if (ui64Position > ui64End)
             break;
-        header.addMetaData(block);
+        header.addMetaData(std::move(block));
     }
     // The size as it was built up counts a key that came twice twice, so it tells where the last block kept has ended.
     return seekTo(file, CMOXTextureHeader::k_uiRecordSize + uint64_t{header.getMetaDataSize()});

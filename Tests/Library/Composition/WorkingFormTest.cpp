@@ -16,16 +16,16 @@ CMOXTexture makeTexture(MOXPixelWord pixelFormat, EMOXTChannelType eType, EMOXTC
 
 struct FormRow
 {
-    uint32_t uiFirstType, uiLastType;
-    uint8_t uiBits;
     MOXPixelWord workingFormat;
     EMOXTChannelType eWorkingType;
+    uint32_t uiFirstType, uiLastType;
+    uint8_t uiBits;
 };
 
 constexpr FormRow k_aForms[] = {
-    {0, 3, 8, k_RGBA8, eCT_UnsignedNormalisedByte},       {4, 7, 16, k_RGBA16, eCT_UnsignedNormalisedShort},
-    {8, 11, 32, k_RGBA32, eCT_UnsignedNormalisedInteger}, {12, 12, 32, k_RGBA32, eCT_SignedFloatingPoint},
-    {13, 13, 16, k_RGBA32, eCT_SignedFloatingPoint},
+    {k_RGBA8, eCT_UnsignedNormalisedByte, 0, 3, 8},       {k_RGBA16, eCT_UnsignedNormalisedShort, 4, 7, 16},
+    {k_RGBA32, eCT_UnsignedNormalisedInteger, 8, 11, 32}, {k_RGBA32, eCT_SignedFloatingPoint, 12, 12, 32},
+    {k_RGBA32, eCT_SignedFloatingPoint, 13, 13, 16},
 };
 
 } // namespace

@@ -175,14 +175,14 @@ TEST(ReadWholeFile, AnEmptyFileIsNoBytes)
     EXPECT_TRUE(bytes.empty());
 }
 
-TEST(ReadWholeFile, AFolderFails)
+TEST(ReadWholeFile, AFolderGivesNoBytes)
 {
     const CTemporaryFolder folder;
     std::FILE* pFile = std::fopen(folder.path().c_str(), "rb"); // which the system allows
     ASSERT_NE(nullptr, pFile);
     std::vector<uint8_t> bytes(1);
-    // What end a folder has depends on the file system; none of them delivers any byte.
-    EXPECT_TRUE(!readWholeFile(pFile, bytes) || bytes.empty());
+    // What end a folder has, and so whether this fails, depends on the file system; none of them delivers any byte.
+    (void)readWholeFile(pFile, bytes);
     EXPECT_TRUE(bytes.empty());
     std::fclose(pFile);
 }

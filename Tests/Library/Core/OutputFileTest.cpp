@@ -1,6 +1,7 @@
 #include "Core/OutputFile.h"
 
 #include <cerrno>
+#include <cstdlib>
 #include <filesystem>
 
 #include <fcntl.h>
@@ -249,12 +250,34 @@ TEST_F(OutputFile, AFolderThatIsNotThereOrCannotBeWrittenGivesAReason)
     EXPECT_THAT(inFile.getReason(), HasSubstr("Not a directory"));
 }
 
+/// Root may write everything: while one of these lives, the process is somebody without rights.
+class CNotAsRoot
+{
+public:
+    CNotAsRoot()
+    {
+        constexpr uid_t uiNobody = 65534;
+        if (m_bRoot && ::setresuid(uiNobody, uiNobody, 0) != 0)
+            std::abort();
+    }
+    CNotAsRoot(const CNotAsRoot&) = delete;
+    CNotAsRoot& operator=(const CNotAsRoot&) = delete;
+    ~CNotAsRoot()
+    {
+        if (m_bRoot && ::setresuid(0, 0, 0) != 0)
+            std::abort();
+    }
+
+private:
+    bool m_bRoot = ::geteuid() == 0;
+};
+
 TEST_F(OutputFile, AReadOnlyFileIsNotReplaced)
 {
-    if (::geteuid() == 0)
-        GTEST_SKIP() << "root may write everything";
     m_Folder.write("a.mox", "earlier");
     ASSERT_EQ(0, ::chmod(m_Folder.path("a.mox").c_str(), 0444));
+    ASSERT_EQ(0, ::chmod(m_Folder.path().c_str(), 0777)); // a folder that anybody may write in: the file alone refuses
+    const CNotAsRoot user;
     const COutputFile output(m_Folder.path("a.mox"));
     EXPECT_FALSE(output.isReady());
     EXPECT_THAT(output.getReason(), HasSubstr("Permission denied"));

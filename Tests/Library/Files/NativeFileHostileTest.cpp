@@ -148,6 +148,19 @@ TEST(HostileNativeFile, ABlockThatClaimsMoreThanTheFileHoldsFailsWithoutTakingIt
     }
 }
 
+TEST(HostileNativeFile, ALargeBlockThatOverrunsTheSectionIsDroppedUnread)
+{
+    // The file does hold the eight million bytes, the section is over after one.
+    constexpr uint32_t uiClaimed = 8000000;
+    const Bytes bytes = CNativeFileBuilder().metaDataSize(1).block(1, 2, uiClaimed, Bytes(uiClaimed, 5)).data({6, 7, 8, 9}).bytes();
+    getLargestRequest() = 0;
+    const NativeLoad load = loadAndCheck(bytes);
+    EXPECT_LT(getLargestRequest(), 4096u);
+    EXPECT_TRUE(load.bGood);
+    EXPECT_EQ(0u, load.texture.getMetaDataSize());
+    EXPECT_EQ((Bytes{1, 0, 0, 0}), dataOf(load.texture)); // right behind the header: the owner of the block that was dropped
+}
+
 TEST(HostileNativeFile, ASectionOfAllOnesEndsWithTheFile)
 {
     // Every block is sound; the section never ends.
