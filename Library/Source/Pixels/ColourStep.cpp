@@ -7,8 +7,6 @@ namespace moxtexture
 namespace
 {
 
-constexpr unsigned int k_uiLargestTableBits = 16;
-
 bool haveEqualCodes(const ChannelPlace& a, const ChannelPlace& b)
 {
     return a.uiBits == b.uiBits && a.eReadRule == b.eReadRule && a.eWriteRule == b.eWriteRule;

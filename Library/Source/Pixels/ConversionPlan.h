@@ -27,6 +27,8 @@ struct TargetValue
 
 /// What one conversion does to every pixel: CMOXPixelAccessor's convertFrom() and applyColourSpace(), with all questions about the
 /// layouts answered beforehand. Both layouts are free of faults, so that their channels take the positions from 0 on.
+///
+/// The choice of channels is written out here once more: the accessor is the independent plain form that this is tested against.
 struct ConversionPlan
 {
     CMOXPixelAccessor source;

@@ -47,11 +47,6 @@ uint64_t getWordMask(const ChannelPlace& place)
     return place.bWhole ? getLowMask(place.uiBits) << (8 * place.uiOffset) : place.ui64Access;
 }
 
-unsigned int getWordShift(const ChannelPlace& place)
-{
-    return place.bWhole ? 8 * place.uiOffset : place.uiShift;
-}
-
 } // namespace
 
 void loadPixelWords(const uint8_t* pPixels, size_t uiPixelBytes, size_t uiCount, uint64_t* pWords)
@@ -125,7 +120,7 @@ void CPixelBlock::getCodes(unsigned int uiPosition, uint32_t* pCodes) const
     if (m_bWords)
     {
         const uint64_t ui64Mask = getLowMask(place.uiBits);
-        const unsigned int uiShift = getWordShift(place);
+        const unsigned int uiShift = getLowestBit(place);
         for (size_t i = 0; i < m_uiCount; ++i)
             pCodes[i] = static_cast<uint32_t>((m_aui64Words[i] >> uiShift) & ui64Mask);
     }
@@ -142,7 +137,7 @@ void CPixelBlock::putCodes(unsigned int uiPosition, const uint32_t* pCodes)
     {
         const uint64_t ui64Mask = getWordMask(place);
         const uint64_t ui64Cut = place.bWhole ? ui64Mask : ~uint64_t{0};
-        const unsigned int uiShift = getWordShift(place);
+        const unsigned int uiShift = getLowestBit(place);
         for (size_t i = 0; i < m_uiCount; ++i)
             m_aui64Words[i] = (m_aui64Words[i] & ~ui64Mask) | ((uint64_t{pCodes[i]} << uiShift) & ui64Cut);
     }

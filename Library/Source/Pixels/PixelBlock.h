@@ -11,6 +11,15 @@ namespace moxtexture
 /// Pixels that the fast routes hold at a time, so that what they pass on stays in the first cache.
 inline constexpr size_t k_uiBlockPixels = 256;
 
+/// A channel of more bits gets no table of its codes: that would leave the caches.
+inline constexpr unsigned int k_uiLargestTableBits = 16;
+
+/// The channel's lowest bit in its pixel, elements as well as fields.
+[[nodiscard]] inline unsigned int getLowestBit(const ChannelPlace& place)
+{
+    return place.bWhole ? 8 * place.uiOffset : place.uiShift;
+}
+
 /// Loads packed pixels of 1 to 8 bytes into words.
 void loadPixelWords(const uint8_t* pPixels, size_t uiPixelBytes, size_t uiCount, uint64_t* pWords);
 /// Stores the lower uiPixelBytes, 1 to 8, of each word.

@@ -51,8 +51,12 @@ private:
             if (!m_abRead[i])
                 continue;
             const ChannelPlace& place = m_Plan.source.getPlace(i);
-            if (place.eReadRule != EValueRule::eNothing)
-                m_Source.getCodes(i, aui32Codes);
+            if (place.eReadRule == EValueRule::eNothing)
+            {
+                std::fill_n(m_afChannels[i], uiCount, 0.0f);
+                continue;
+            }
+            m_Source.getCodes(i, aui32Codes);
             readValues(place, aui32Codes, uiCount, m_afChannels[i]);
         }
 

@@ -12,13 +12,7 @@ namespace moxtexture
 namespace
 {
 
-constexpr unsigned int k_uiLargestTableBits = 16;
 constexpr size_t k_uiWords = CMOXPixelAccessor::k_uiRawBytes / sizeof(uint64_t);
-
-unsigned int getLowestBit(const ChannelPlace& place)
-{
-    return place.bWhole ? 8 * place.uiOffset : place.uiShift;
-}
 
 /// One look-up of a pixel: the code in source bits, the result in target bits.
 struct Lookup

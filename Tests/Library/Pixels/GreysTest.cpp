@@ -9,7 +9,7 @@ using namespace moxtexture;
 
 TEST(Greys, LuminanceIsWeightedAndIntensityIsTheMean)
 {
-    EXPECT_EQ(0.2126f * 0.5f + 0.7152f * 0.25f + 0.0722f * 2.0f, getLuminanceOf(0.5f, 0.25f, 2.0f));
+    EXPECT_FLOAT_EQ(0.4295f, getLuminanceOf(0.5f, 0.25f, 2.0f)); // 0.1063 + 0.1788 + 0.1444
     EXPECT_EQ(0.2126f, getLuminanceOf(1.0f, 0.0f, 0.0f));
     EXPECT_EQ(0.5f, getMeanOf(0.25f, 0.25f, 1.0f, 3.0f));
     EXPECT_EQ(0.75f, getMeanOf(0.5f, 1.0f, 0.0f, 2.0f));

@@ -83,6 +83,18 @@ std::vector<uint8_t> convertPixel(const PixelKind& from, const PixelKind& to, co
     return bytesOf(target);
 }
 
+/// Red from luminance that counts from 1 through two levels of 2 and 1 pixels, two members and three faces.
+std::vector<uint8_t> convertCounted(const Shape& targetShape, decltype(convertSurfaces)* pConvert)
+{
+    const PixelKind luminance = {layout("l", 8), eCT_UnsignedNormalisedByte};
+    const PixelKind red = {layout("r", 8), eCT_UnsignedNormalisedByte};
+    CMOXTexture source = makeTexture(luminance, {2, 1, 1, 2, 2, 3});
+    fill(source, {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18});
+    CMOXTexture target = makeTexture(red, targetShape);
+    pConvert(source, target, luminance.makeAccessor(), red.makeAccessor(), eCS_Linear, eCS_Linear);
+    return bytesOf(target);
+}
+
 constexpr PixelKind k_RGBA8Kind = {k_RGBA8, eCT_UnsignedNormalisedByte};
 constexpr PixelKind k_RGBA32Float = {k_RGBA32, eCT_SignedFloatingPoint};
 
@@ -322,6 +334,29 @@ TEST(SurfacePump, BytesBeyondSixteenOfAWidePixelAreZero)
     std::memset(target.getDataPtr(), 0xEE, target.getBlockSize());
     EXPECT_EQ(60u, convertSurfaces(source, target, k_RGBA8Kind.makeAccessor(), wide.makeAccessor(), eCS_Linear, eCS_Linear));
     EXPECT_THAT(bytesOf(target), Each(0));
+}
+
+TEST(SurfacePump, SurfacesWithNothingBetweenThemKeepTheirPlaces)
+{
+    // Two levels of 2 and 1 pixels, two members, three faces: 12 pixels, then 6.
+    constexpr Shape shape = {2, 1, 1, 2, 2, 3};
+    for (const auto pConvert : {convertSurfaces, convertSurfacesReference})
+        EXPECT_THAT(convertCounted(shape, pConvert), ElementsAre(1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18));
+}
+
+TEST(SurfacePump, ATargetOfFewerFacesTakesEachFromItsMemberAndLevel)
+{
+    // Of three faces two: 5 6 and 11 12 are left out of the first level, 15 and 18 of the second.
+    for (const auto pConvert : {convertSurfaces, convertSurfacesReference})
+        EXPECT_THAT(convertCounted({2, 1, 1, 2, 2, 2}, pConvert), ElementsAre(1, 2, 3, 4, 7, 8, 9, 10, 13, 14, 16, 17));
+}
+
+TEST(SurfacePump, ATargetOfLargerSurfacesKeepsTheRestOfEach)
+{
+    // Three pixels wide, of which two come; the second level has one pixel in both.
+    for (const auto pConvert : {convertSurfaces, convertSurfacesReference})
+        EXPECT_THAT(convertCounted({3, 1, 1, 2, 2, 3}, pConvert),
+                    ElementsAre(1, 2, 0, 3, 4, 0, 5, 6, 0, 7, 8, 0, 9, 10, 0, 11, 12, 0, 13, 14, 15, 16, 17, 18));
 }
 
 TEST(SurfacePump, ATargetOfAnotherShapeIsFilledAsFarAsItGoes)
