@@ -8,6 +8,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "CommandLine/ErrorStream.h"
 #include "CommandLine/Outcome.h"
 #include "CommandLine/Verb.h"
 
@@ -185,9 +186,9 @@ int runProgram(int iCount, const char* const* apArguments, COutputsInFlight& out
         outcome = print(outcome.strText);
 
     if (outcome.eStatus == EExitStatus::eFailed && !outcome.strText.empty())
-        std::fprintf(stderr, "%s\n", getErrorLine(outcome.strText).c_str());
+        std::fprintf(getErrorStream(), "%s\n", getErrorLine(outcome.strText).c_str());
     if (outcome.eStatus == EExitStatus::eWrongWords)
-        std::fprintf(stderr, "%s\n%s", outcome.strText.c_str(), program.getUsage().c_str());
+        std::fprintf(getErrorStream(), "%s\n%s", outcome.strText.c_str(), program.getUsage().c_str());
     return static_cast<int>(outcome.eStatus);
 }
 

@@ -5,6 +5,7 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
+#include "CommandLine/ErrorStream.h"
 #include "CommandLine/Names.h"
 
 namespace moxtexture
@@ -71,7 +72,7 @@ void CProgressLine::finishOne()
 void CProgressLine::printAbove(const std::string& strLine)
 {
     erase();
-    std::fprintf(stderr, "%s\n", strLine.c_str());
+    std::fprintf(getErrorStream(), "%s\n", strLine.c_str());
     paint();
 }
 
@@ -79,19 +80,19 @@ void CProgressLine::paint() const
 {
     // The last column stays free: a full line would make the terminal wrap.
     if (m_bShown)
-        std::fprintf(stderr, "%s%s", k_strErase, getProgressText(m_uiDone, m_uiCount, m_strFile, getColumns() - 1).c_str());
+        std::fprintf(getErrorStream(), "%s%s", k_strErase, getProgressText(m_uiDone, m_uiCount, m_strFile, getColumns() - 1).c_str());
 }
 
 void CProgressLine::erase() const
 {
     if (m_bShown)
-        std::fputs(k_strErase, stderr);
+        std::fputs(k_strErase, getErrorStream());
 }
 
 void eraseTerminalLine()
 {
     if (isTerminal())
-        std::fputs(k_strErase, stderr);
+        std::fputs(k_strErase, getErrorStream());
 }
 
 } // namespace moxtexture

@@ -4,6 +4,7 @@
 #include <QtCore/QtGlobal>
 #include <unistd.h>
 
+#include "CommandLine/ErrorStream.h"
 #include "CommandLine/OutputsInFlight.h"
 #include "CommandLine/Program.h"
 #include "CommandLine/ProgressLine.h"
@@ -27,5 +28,6 @@ int main(int iCount, char** apArguments)
     static_cast<void>(QThread::currentThread());
     // Image plug-ins talk of faults in files; an error here is one line, and ours.
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
+    moxtexture::dropErrorsOfLibraries();
     return moxtexture::runProgram(iCount, apArguments, outputs);
 }

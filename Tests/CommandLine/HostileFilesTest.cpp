@@ -17,10 +17,10 @@ CNativeFileBuilder makeGoodFile()
 }
 
 /// Every verb over a file: each ends by itself, with 0 or 1, and with one line where it fails.
-void expectSurvived(const std::vector<uint8_t>& bytes)
+void expectSurvived(const std::vector<uint8_t>& bytes, const std::string& strName = "hostile.mox")
 {
     const CTemporaryFolder folder;
-    const std::string strPath = folder.write("hostile.mox", bytes);
+    const std::string strPath = folder.write(strName, bytes);
     const std::vector<std::vector<std::string>> lines = {
         {"info", strPath, "--json"},
         {"info", strPath},
@@ -133,4 +133,15 @@ TEST(HostileFiles, ThatAreNoise)
         std::copy_n(good.begin(), 4 + 4 * random.below(13), bytes.begin()); // right up to some field
         expectSurvived(bytes);
     }
+}
+
+TEST(HostileFiles, ABrokenImageIsOneLineAndNotTheImageLibrarysOwn)
+{
+    const std::vector<uint8_t> good = readBytes(HALVANE_SOURCE_DIR "/Documentation/Samples/Sample.png");
+    ASSERT_GT(good.size(), 4000u);
+    for (const ptrdiff_t iSize : {20, 60, 3000})
+        expectSurvived({good.begin(), good.begin() + iSize}, "cut.png");
+    std::vector<uint8_t> turned = good;
+    turned[3000] ^= 0xFF; // a checksum does not fit
+    expectSurvived(turned, "turned.png");
 }
