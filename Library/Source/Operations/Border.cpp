@@ -12,12 +12,12 @@ namespace
 {
 
 /// A surface with a frame around it.
+template <size_t uiPixelBytes>
 struct FramedSurface
 {
     uint8_t* pPixels;
     SurfaceSize size;  ///< with the frame
     SurfaceSize inner; ///< without
-    size_t uiPixelBytes;
     uint32_t uiBorderX = (size.uiWidth - inner.uiWidth) / 2;
     uint32_t uiBorderY = (size.uiHeight - inner.uiHeight) / 2;
     uint32_t uiBorderZ = (size.uiDepth - inner.uiDepth) / 2;
@@ -40,7 +40,7 @@ struct FramedSurface
 
 /// What lies around the inner surface, step by step: a later step reads what an earlier one has written.
 template <size_t uiPixelBytes>
-void fillFrame(const FramedSurface& framed)
+void fillFrame(const FramedSurface<uiPixelBytes>& framed)
 {
     const uint32_t uiBorderX = framed.uiBorderX;
     const uint32_t uiBorderY = framed.uiBorderY;
@@ -107,7 +107,8 @@ bool Border(CMOXTexture& texture, uint32_t uiBorderX, uint32_t uiBorderY, uint32
                                  [&](const uint8_t* pSource, uint8_t* pTarget, uint32_t)
                                  {
                                      copyBox(pSource, inner, pTarget, size, uiBorderX, uiBorderY, uiBorderZ, sizeof(pixel));
-                                     fillFrame<sizeof(pixel)>({pTarget, size, inner, sizeof(pixel)});
+                                     fillFrame<sizeof(pixel)>({pTarget, size, inner});
+                                     return true;
                                  }))
                 return false;
             texture.setBorder(uiBorderX, uiBorderY, uiBorderZ);

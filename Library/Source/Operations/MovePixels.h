@@ -12,8 +12,9 @@ namespace moxtexture
 /// Replaces a texture by one of another shape, made surface by surface.
 ///
 /// @param header  of the new texture; has no member, face or level that the old one has not
-/// @param move    move(pSource, pTarget, uiMIPLevel) fills a surface of the new texture, which holds zeros
-/// @return false with the texture unchanged if it lacks a surface, if the new one takes 4 GiB or more, and where memory is refused
+/// @param move    move(pSource, pTarget, uiMIPLevel) fills a surface of the new texture, which holds zeros; gives false to give up
+/// @return false with the texture unchanged if it lacks a surface, if a move did, if the new one takes 4 GiB or more, and where memory is
+/// refused
 template <typename Move>
 [[nodiscard]] bool replaceSurfaces(CMOXTexture& texture, const CMOXTextureHeader& header, Move move)
 {
@@ -28,8 +29,7 @@ template <typename Move>
                                         uint8_t* pTarget = result.getDataPtr(uiLevel, uiMember, uiFace);
                                         if (pSource == nullptr || pTarget == nullptr)
                                             return false;
-                                        move(pSource, pTarget, uiLevel);
-                                        return true;
+                                        return move(pSource, pTarget, uiLevel);
                                     });
     if (bDone)
         texture = std::move(result);

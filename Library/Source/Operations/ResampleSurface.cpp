@@ -37,7 +37,7 @@ struct ResampleAxes
 template <typename T>
 std::unique_ptr<T[]> allocatePixels(const SurfaceSize& size)
 {
-    return std::unique_ptr<T[]>(new (std::nothrow) T[size.getPixelIndex(0, 0, size.uiDepth) * k_uiWorkingChannels]);
+    return std::unique_ptr<T[]>(new (std::nothrow) T[size.getPixelCount() * k_uiWorkingChannels]);
 }
 
 template <typename T>
@@ -291,7 +291,7 @@ bool resampleSurface(const T* pSource, T* pDestination, const SurfaceSize& sourc
         return false;
     // Setting up for rows costs more than the few pixels at the end of a MIP chain.
     constexpr size_t kFewPixels = 16;
-    if (source.getPixelIndex(0, 0, source.uiDepth) <= kFewPixels && destination.getPixelIndex(0, 0, destination.uiDepth) <= kFewPixels)
+    if (source.getPixelCount() <= kFewPixels && destination.getPixelCount() <= kFewPixels)
         return resampleSurfaceReference(pSource, pDestination, source, destination, eMode);
 
     if (eMode == eResizeNearest)
@@ -355,7 +355,7 @@ bool resizeSurface(const T* pSource, T* pDestination, const SurfaceSize& source,
     }
     if (present == destination)
     {
-        std::memcpy(pDestination, pPresent, destination.getPixelIndex(0, 0, destination.uiDepth) * k_uiWorkingChannels * sizeof(T));
+        std::memcpy(pDestination, pPresent, destination.getPixelCount() * k_uiWorkingChannels * sizeof(T));
         return true;
     }
     return resampleSurface(pPresent, pDestination, present, destination, eMode);

@@ -1,10 +1,8 @@
 #include "Operations/Resize.h"
 
-#include <utility>
-
 #include "Operations/ChannelKind.h"
+#include "Operations/MovePixels.h"
 #include "Operations/ResampleSurface.h"
-#include "Texture/SurfaceWalk.h"
 
 namespace moxtexture
 {
@@ -14,18 +12,6 @@ namespace
 uint32_t scaleBorder(uint32_t uiBorder, uint32_t uiNewSize, uint32_t uiOldSize)
 {
     return static_cast<uint32_t>(uint64_t{uiBorder} * uiNewSize / uiOldSize);
-}
-
-template <typename T>
-bool resizeSurfaces(const CMOXTexture& source, CMOXTexture& destination, EResizeMode eMode)
-{
-    return walkSurfaces(destination,
-                        [&](uint32_t uiLevel, uint32_t uiMember, uint32_t uiFace)
-                        {
-                            return resizeSurface(reinterpret_cast<const T*>(source.getDataPtr(uiLevel, uiMember, uiFace)),
-                                                 reinterpret_cast<T*>(destination.getDataPtr(uiLevel, uiMember, uiFace)),
-                                                 getSurfaceSize(source), getSurfaceSize(destination), eMode);
-                        });
 }
 
 } // namespace
@@ -55,17 +41,16 @@ bool Resize(CMOXTexture& texture, uint32_t uiWidth, uint32_t uiHeight, uint32_t 
                            {
                                if (getSurfaceSize(texture) == SurfaceSize{uiWidth, uiHeight, uiDepth})
                                    return true;
-                               CMOXTexture resized;
-                               CMOXTextureHeader& header = resized;
-                               header = texture;
+                               using T = decltype(element);
+                               CMOXTextureHeader header = texture;
                                setResizedShape(header, uiWidth, uiHeight, uiDepth);
-                               if (!resized.allocateData())
-                                   return false;
-                               // Without surfaces there is nothing to walk, however many members or faces the header names.
-                               if (resized.getBlockSize() != 0 && !resizeSurfaces<decltype(element)>(texture, resized, eMode))
-                                   return false;
-                               texture = std::move(resized);
-                               return true;
+                               return replaceSurfaces(texture, header,
+                                                      [&](const uint8_t* pSource, uint8_t* pTarget, uint32_t)
+                                                      {
+                                                          return resizeSurface(reinterpret_cast<const T*>(pSource),
+                                                                               reinterpret_cast<T*>(pTarget), getSurfaceSize(texture),
+                                                                               getSurfaceSize(header), eMode);
+                                                      });
                            });
 }
 

@@ -21,10 +21,13 @@ bool ResizeCanvas(CMOXTexture& texture, uint32_t uiWidth, uint32_t uiHeight, uin
                                   return true;
                               CMOXTextureHeader header = texture;
                               setResizedShape(header, uiWidth, uiHeight, uiDepth);
-                              return replaceSurfaces(
-                                  texture, header,
-                                  [&](const uint8_t* pSource, uint8_t* pTarget, uint32_t)
-                                  { copyBox(pSource, oldSize, pTarget, newSize, iXOffset, iYOffset, iZOffset, sizeof(pixel)); });
+                              return replaceSurfaces(texture, header,
+                                                     [&](const uint8_t* pSource, uint8_t* pTarget, uint32_t)
+                                                     {
+                                                         copyBox(pSource, oldSize, pTarget, newSize, iXOffset, iYOffset, iZOffset,
+                                                                 sizeof(pixel));
+                                                         return true;
+                                                     });
                           });
 }
 

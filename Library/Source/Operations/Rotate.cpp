@@ -44,6 +44,7 @@ bool Rotate(CMOXTexture& texture, uint32_t uiAxis, bool bForward)
                                                          if (uiAxis == eAxisZ)
                                                              rotateSurface<sizeof(pixel)>(pSource, pTarget,
                                                                                           getSurfaceSize(texture, uiLevel), bForward);
+                                                         return true;
                                                      });
                           });
 }

@@ -86,6 +86,13 @@ TEST(BorderOperation, FramesEverySliceThatIsFilled)
     EXPECT_EQ((std::vector<int>{0, 0, 0, 0, 1, 1, 2, 2, 0, 0, 0, 0}), bordered({2, 1, 1}, 1, 0, 1));
 }
 
+TEST(BorderOperation, RowsAreAddedToTheSlicesThatTheFrameHas)
+{
+    // Slices of two rows at places 2 to 4: as above place 1 takes 3, then 3 takes the empty 5; then each slice gets its two rows.
+    EXPECT_EQ((std::vector<int>{0, 0, 0, 0, 3, 3, 4, 4, 1, 1, 2, 2, 0, 0, 0, 0, 5, 5, 6, 6, 0, 0, 0, 0, 0, 0, 0, 0}),
+              bordered({1, 2, 3}, 0, 1, 2));
+}
+
 TEST(BorderOperation, TakesTheTopLevelOfEveryMemberAndFaceAndDropsTheOthers)
 {
     CMOXTexture texture = numberedTexture<uint8_t>({2, 1, 1, 2, 2, 2}); // top levels 1 2, 3 4, 5 6, 7 8

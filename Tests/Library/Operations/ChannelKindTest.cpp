@@ -34,7 +34,7 @@ int getKind(uint64_t ui64Word, EMOXTChannelType eType)
 
 } // namespace
 
-TEST(ChannelKind, TheMaximaAreThoseOfTheTable)
+TEST(ChannelKind, TheMaximaOfTheFourKindsAreTheLargestElementsOrTwoToTheThirtySecond)
 {
     EXPECT_EQ(255.0f, ChannelKind<uint8_t>::kMaximum);
     EXPECT_EQ(65535.0f, ChannelKind<uint16_t>::kMaximum);
@@ -85,7 +85,7 @@ TEST(ChannelKind, WhatIsNoNumberBecomesZero)
     EXPECT_EQ(0.0f, ChannelKind<float>::clampToElement(kNaN));
 }
 
-TEST(ChannelKind, TheFourRowsOfTheWorkingFormAreKnown)
+TEST(ChannelKind, TheFourLayoutsOfTheWorkingFormAreKnown)
 {
     EXPECT_EQ(1, getKind(0x0808080861626772, eCT_UnsignedNormalisedByte));
     EXPECT_EQ(2, getKind(0x1010101061626772, eCT_UnsignedNormalisedShort));

@@ -7,7 +7,7 @@
 #include <limits>
 #include <vector>
 
-#include "Operations/ChannelKind.h"
+#include "Library/Operations/NumberedTexture.h"
 
 using namespace moxtexture;
 
@@ -18,8 +18,7 @@ namespace
 template <typename T>
 CMOXTexture makeTexture(uint32_t uiLevels, const std::vector<T>& pixel, uint32_t uiMembers = 1, uint32_t uiFaces = 1)
 {
-    const CMOXTextureHeader header(ChannelKind<T>::kPixelFormat, 1, 1u << (uiLevels - 1), 1, uiLevels, uiMembers, uiFaces, eCS_Linear,
-                                   ChannelKind<T>::kChannelType, false);
+    const CMOXTextureHeader header = testsupport::headerOf<T>({1u << (uiLevels - 1), 1, 1, uiLevels, uiMembers, uiFaces});
     std::vector<T> elements;
     while (elements.size() * sizeof(T) < header.getDataSize())
         elements.insert(elements.end(), pixel.begin(), pixel.end());

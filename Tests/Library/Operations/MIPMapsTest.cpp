@@ -6,26 +6,19 @@
 #include <initializer_list>
 #include <vector>
 
+#include "Library/Operations/NumberedTexture.h"
 #include "Operations/ResampleSurface.h"
-#include "Support/SeededPictures.h"
 
 using namespace moxtexture;
+using namespace testsupport;
 
 namespace
 {
 
-CMOXTexture makeTexture(uint32_t uiWidth, uint32_t uiHeight, uint32_t uiDepth = 1, uint32_t uiLevels = 1, uint32_t uiMembers = 1,
-                        uint32_t uiFaces = 1)
-{
-    const CMOXTextureHeader header(k_RGBA8, uiHeight, uiWidth, uiDepth, uiLevels, uiMembers, uiFaces, eCS_Linear,
-                                   eCT_UnsignedNormalisedByte, false);
-    return CMOXTexture(header, testsupport::CSeededRandom(3).bytes(header.getDataSize()).data());
-}
-
 /// One row of grey pixels.
 CMOXTexture makeRow(std::initializer_list<uint8_t> values)
 {
-    CMOXTexture texture = makeTexture(static_cast<uint32_t>(values.size()), 1);
+    CMOXTexture texture = seededTexture<uint8_t>({static_cast<uint32_t>(values.size())});
     uint8_t* p = texture.getDataPtr();
     for (const uint8_t uiValue : values)
         for (int i = 0; i < 4; ++i)
@@ -50,7 +43,7 @@ std::vector<uint8_t> getFirstPixel(const CMOXTexture& texture, uint32_t uiLevel)
 
 TEST(GenerateMIPMaps, TheFullChainOfFiveByThreeHasThreeLevels)
 {
-    CMOXTexture texture = makeTexture(5, 3);
+    CMOXTexture texture = seededTexture<uint8_t>({5, 3});
     ASSERT_TRUE(GenerateMIPMaps(texture, eResizeLinear, k_uiFullMIPChain));
     ASSERT_EQ(3u, texture.getNumMIPLevels());
     EXPECT_EQ(2u, texture.getWidth(1));
@@ -72,7 +65,7 @@ TEST(GenerateMIPMaps, TheLengthOfAFullChainFollowsTheLongestAxis)
 
 TEST(GenerateMIPMaps, ACountOfOneLeavesOnlyTheTopLevel)
 {
-    CMOXTexture texture = makeTexture(8, 8, 1, 4);
+    CMOXTexture texture = seededTexture<uint8_t>({8, 8, 1, 4});
     const std::vector<uint8_t> top = getSurface(texture, 0);
     ASSERT_TRUE(GenerateMIPMaps(texture, eResizeCubic, 1));
     EXPECT_EQ(1u, texture.getNumMIPLevels());
@@ -82,7 +75,7 @@ TEST(GenerateMIPMaps, ACountOfOneLeavesOnlyTheTopLevel)
 
 TEST(GenerateMIPMaps, ACountIsUsedAsGiven)
 {
-    CMOXTexture texture = makeTexture(4, 4);
+    CMOXTexture texture = seededTexture<uint8_t>({4, 4});
     const std::vector<uint8_t> top = getSurface(texture, 0);
     ASSERT_TRUE(GenerateMIPMaps(texture, eResizeNearest, 6));
     EXPECT_EQ(6u, texture.getNumMIPLevels());
@@ -103,7 +96,7 @@ TEST(GenerateMIPMaps, ALevelIsMadeFromTheOneAboveAndNotFromTheTop)
 
 TEST(GenerateMIPMaps, OlderLevelsAreReplaced)
 {
-    CMOXTexture texture = makeTexture(16, 8, 1, 5);
+    CMOXTexture texture = seededTexture<uint8_t>({16, 8, 1, 5});
     CMOXTexture onlyTop = texture;
     ASSERT_TRUE(GenerateMIPMaps(onlyTop, eResizeLinear, 1));
     ASSERT_TRUE(GenerateMIPMaps(texture, eResizeLinear, k_uiFullMIPChain));
@@ -112,11 +105,43 @@ TEST(GenerateMIPMaps, OlderLevelsAreReplaced)
         EXPECT_EQ(getSurface(onlyTop, uiLevel), getSurface(texture, uiLevel));
 }
 
-TEST(GenerateMIPMaps, EverySurfaceHasItsOwnChainOfEveryFilter)
+template <typename T>
+class MIPMapsOfEveryKind : public ::testing::Test
+{
+};
+TYPED_TEST_SUITE(MIPMapsOfEveryKind, ChannelKinds);
+
+TYPED_TEST(MIPMapsOfEveryKind, TheNearestFilterTakesEverySecondPixel)
+{
+    CMOXTexture texture = numberedTexture<TypeParam>({4, 2, 1, 1, 2, 1}); // rows 1 to 4 and 5 to 8; then 9 to 12 and 13 to 16
+    ASSERT_TRUE(GenerateMIPMaps(texture, eResizeNearest, k_uiFullMIPChain));
+    ASSERT_EQ(3u, texture.getNumMIPLevels());
+    EXPECT_EQ((std::vector<int>{1, 2, 3, 4, 5, 6, 7, 8}), numbersOf<TypeParam>(texture, 0, 0));
+    EXPECT_EQ((std::vector<int>{1, 3}), numbersOf<TypeParam>(texture, 1, 0));
+    EXPECT_EQ((std::vector<int>{1}), numbersOf<TypeParam>(texture, 2, 0));
+    EXPECT_EQ((std::vector<int>{9, 11}), numbersOf<TypeParam>(texture, 1, 1));
+    EXPECT_EQ((std::vector<int>{9}), numbersOf<TypeParam>(texture, 2, 1));
+}
+
+TYPED_TEST(MIPMapsOfEveryKind, TheLinearFilterTakesTheMeanOfTwoPixelsAndIntegersAreCut)
+{
+    CMOXTexture texture = numberedTexture<TypeParam>({4, 1});
+    ASSERT_TRUE(GenerateMIPMaps(texture, eResizeLinear, k_uiFullMIPChain));
+    ASSERT_EQ(3u, texture.getNumMIPLevels());
+    const auto* pLevel = reinterpret_cast<const TypeParam*>(texture.getDataPtr(1));
+    EXPECT_EQ(static_cast<TypeParam>(1.5f), pLevel[0]);  // of 1 and 2
+    EXPECT_EQ(static_cast<TypeParam>(61.5f), pLevel[1]); // green, 60 more
+    EXPECT_EQ(static_cast<TypeParam>(3.5f), pLevel[4]);  // of 3 and 4
+    const auto* pLast = reinterpret_cast<const TypeParam*>(texture.getDataPtr(2));
+    EXPECT_EQ(static_cast<TypeParam>(1.5f), pLast[0]); // a single pixel is read at place 0 of the level above
+    EXPECT_EQ(static_cast<TypeParam>(181.5f), pLast[3]);
+}
+
+TYPED_TEST(MIPMapsOfEveryKind, EverySurfaceHasItsOwnChainOfEveryFilter)
 {
     for (const EResizeMode eMode : {eResizeNearest, eResizeLinear, eResizeCubic})
     {
-        const CMOXTexture source = makeTexture(13, 10, 5, 1, 2, 6);
+        const CMOXTexture source = seededTexture<TypeParam>({13, 10, 5, 1, 2, 6});
         CMOXTexture texture = source;
         ASSERT_TRUE(GenerateMIPMaps(texture, eMode, k_uiFullMIPChain));
         ASSERT_EQ(4u, texture.getNumMIPLevels());
@@ -129,7 +154,9 @@ TEST(GenerateMIPMaps, EverySurfaceHasItsOwnChainOfEveryFilter)
                 for (uint32_t uiLevel = 1; uiLevel < 4; ++uiLevel)
                 {
                     std::vector<uint8_t> level(texture.getDataSize(uiLevel, false, false));
-                    ASSERT_TRUE(resampleSurfaceReference(above.data(), level.data(), aSizes[uiLevel - 1], aSizes[uiLevel], eMode));
+                    ASSERT_TRUE(resampleSurfaceReference(reinterpret_cast<const TypeParam*>(above.data()),
+                                                         reinterpret_cast<TypeParam*>(level.data()), aSizes[uiLevel - 1], aSizes[uiLevel],
+                                                         eMode));
                     EXPECT_EQ(level, getSurface(texture, uiLevel, uiMember, uiFace));
                     above = level;
                 }
@@ -139,7 +166,7 @@ TEST(GenerateMIPMaps, EverySurfaceHasItsOwnChainOfEveryFilter)
 
 TEST(GenerateMIPMaps, KeepsTheMetaData)
 {
-    CMOXTexture texture = makeTexture(4, 4);
+    CMOXTexture texture = seededTexture<uint8_t>({4, 4});
     texture.setBorder(1, 2, 3);
     ASSERT_TRUE(GenerateMIPMaps(texture, eResizeLinear, k_uiFullMIPChain));
     uint32_t x;
@@ -154,7 +181,7 @@ TEST(GenerateMIPMaps, KeepsTheMetaData)
 TEST(GenerateMIPMaps, FromLevel32OnSurfacesAreLargerThanTheirPixel)
 {
     // The header shifts sizes by the level modulo 32, so that level 33 of an 8 by 8 texture measures 4 by 4.
-    CMOXTexture texture = makeTexture(8, 8);
+    CMOXTexture texture = seededTexture<uint8_t>({8, 8});
     ASSERT_TRUE(GenerateMIPMaps(texture, eResizeNearest, 70));
     const std::vector<uint8_t> firstPixel = getFirstPixel(texture, 0);
     for (uint32_t uiLevel = 4; uiLevel < 70; ++uiLevel)
@@ -166,14 +193,14 @@ TEST(GenerateMIPMaps, FromLevel32OnSurfacesAreLargerThanTheirPixel)
 
 TEST(GenerateMIPMaps, MayMakeVeryManyLevels)
 {
-    CMOXTexture texture = makeTexture(1, 1);
+    CMOXTexture texture = seededTexture<uint8_t>({1, 1});
     ASSERT_TRUE(GenerateMIPMaps(texture, eResizeLinear, 300000));
     EXPECT_EQ(getFirstPixel(texture, 0), getFirstPixel(texture, 299999));
 }
 
 TEST(GenerateMIPMaps, RefusesACountOfZeroOtherFormatsAndUnknownFilters)
 {
-    CMOXTexture texture = makeTexture(4, 4);
+    CMOXTexture texture = seededTexture<uint8_t>({4, 4});
     EXPECT_FALSE(GenerateMIPMaps(texture, eResizeLinear, 0));
     EXPECT_FALSE(GenerateMIPMaps(texture, static_cast<EResizeMode>(3), 2));
     EXPECT_EQ(1u, texture.getNumMIPLevels());
@@ -183,7 +210,7 @@ TEST(GenerateMIPMaps, RefusesACountOfZeroOtherFormatsAndUnknownFilters)
 
 TEST(GenerateMIPMaps, RefusesAChainOfFourGiBAndLeavesTheTexture)
 {
-    CMOXTexture texture = makeTexture(4, 4);
+    CMOXTexture texture = seededTexture<uint8_t>({4, 4});
     EXPECT_FALSE(GenerateMIPMaps(texture, eResizeLinear, 0xFFFFFFFE));
     EXPECT_EQ(1u, texture.getNumMIPLevels());
     EXPECT_EQ(64u, texture.getBlockSize());
@@ -191,7 +218,7 @@ TEST(GenerateMIPMaps, RefusesAChainOfFourGiBAndLeavesTheTexture)
 
 TEST(GenerateMIPMaps, RefusesATextureThatLacksASurface)
 {
-    CMOXTexture texture = makeTexture(4, 4);
+    CMOXTexture texture = seededTexture<uint8_t>({4, 4});
     texture.setNumFaces(6);
     EXPECT_FALSE(GenerateMIPMaps(texture, eResizeLinear, k_uiFullMIPChain));
     EXPECT_EQ(1u, texture.getNumMIPLevels());

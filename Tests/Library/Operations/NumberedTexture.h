@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <type_traits>
 #include <vector>
 
 #include "Operations/ChannelKind.h"
+#include "Support/SeededPictures.h"
 #include "Texture/CMOXTexture.h"
 
 /// Textures in working form whose pixels carry a number in all four channels, so that a test sees which pixel went where and that
@@ -40,6 +42,17 @@ moxtexture::CMOXTexture numberedTexture(const Shape& shape)
     T* pElements = reinterpret_cast<T*>(texture.getDataPtr());
     for (uint32_t i = 0; i < texture.getBlockSize() / sizeof(T); ++i)
         pElements[i] = static_cast<T>(1 + (i / 4) % 60 + (i % 4) * 60);
+    return texture;
+}
+
+/// Pixels of any bytes; of floats the finite ones from 0.5 to 2 and their negatives.
+template <typename T>
+moxtexture::CMOXTexture seededTexture(const Shape& shape)
+{
+    moxtexture::CMOXTexture texture(headerOf<T>(shape), CSeededRandom(7).bytes(headerOf<T>(shape).getDataSize()).data());
+    if constexpr (std::is_same_v<T, float>)
+        for (uint32_t i = 3; i < texture.getBlockSize(); i += 4)
+            texture.getDataPtr()[i] = static_cast<uint8_t>((texture.getDataPtr()[i] & 0x80) | 0x3F);
     return texture;
 }
 
