@@ -119,7 +119,7 @@ VerbRun describeConvert(CLI::App& verb)
     pWords->conversion.target.addOptions(verb);
 
     addWordOption(verb, "--pad", pWords->uiPadding, parseWithin<0, k_uiMaxPadding>, "N", "alignment from 0 to 65536",
-                  "Let the data of a .mox file start at a multiple of N bytes")
+                  "Let the data of a .mox file start at a multiple of N bytes, a power of two")
         ->group("Saving");
 
     const std::string strMany = "Many files";
