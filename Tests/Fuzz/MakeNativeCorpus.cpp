@@ -131,9 +131,8 @@ void writeShapes(CCorpus& corpus)
 
 void writeMetaData(CCorpus& corpus)
 {
-    const CNativeFileBuilder plain = Seed().builder();
-    const auto make = [&](const std::string& strName, CNativeFileBuilder builder) { corpus.write("metadata-" + strName, builder); };
-    const auto from = [&] { return plain; };
+    const auto make = [&](const std::string& strName, const CNativeFileBuilder& builder) { corpus.write("metadata-" + strName, builder); };
+    const auto from = [] { return Seed().builder(); };
     make("bump-map", from().block(k_uiNative, 1, {0, 0, 0x80, 0x3F, 'x', 'y', 'z', 'h'}));
     make("cube-order", from().faces(6).block(k_uiNative, 2, {'X', 'x', 'Y', 'y', 'Z', 'z'}));
     make("orientation", from().block(k_uiNative, 3, {1, 2, 4}));
