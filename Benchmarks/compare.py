@@ -18,11 +18,12 @@ from pathlib import Path
 ROOT = Path(__file__).resolve().parent.parent
 
 
-def best_times(commands, rounds):
-    """The least seconds of each command, run in turn."""
+def best_times(commands, outputs, rounds):
+    """The least seconds of each command, run in turn; what it writes is not there before."""
     best = [float("inf")] * len(commands)
     for _ in range(rounds):
-        for i, command in enumerate(commands):
+        for i, (command, output) in enumerate(zip(commands, outputs)):
+            output.unlink(missing_ok=True)
             start = time.perf_counter()
             subprocess.run(command, check=True, stdout=subprocess.DEVNULL)
             best[i] = min(best[i], time.perf_counter() - start)
@@ -54,19 +55,22 @@ def main():
 
         cases = []
         for name in ("bc1", "bc3"):
+            ours, theirs = folder / f"{name}.mox", folder / f"{name}.dds"
             cases.append((f"encode {name}",
-                          [cli, "convert", mox, "-o", folder / f"{name}.mox", "--format", name],
-                          ["nvcompress", "-fast", "-nomips", f"-{name}", tga, folder / f"{name}.dds"]))
+                          [cli, "convert", mox, "-o", ours, "--format", name], ours,
+                          ["nvcompress", "-fast", "-nomips", f"-{name}", tga, theirs], theirs))
+            back = folder / "back.mox"
             cases.append((f"decode {name}",
-                          [cli, "convert", folder / f"{name}.mox", "-o", folder / "back.mox", "--format", "r8g8b8a8"],
-                          ["nvdecompress", folder / f"{name}.dds"]))
+                          [cli, "convert", ours, "-o", back, "--format", "r8g8b8a8"], back,
+                          ["nvdecompress", theirs], theirs.with_suffix(".tga")))
+        chain = folder / "chain.mox"
         cases.append(("MIP chain, linear",
-                      [cli, "convert", mox, "-o", folder / "chain.mox", "--mips", "all"],
-                      ["nvcompress", "-rgb", tga, folder / "chain.dds"]))
+                      [cli, "convert", mox, "-o", chain, "--mips", "all"], chain,
+                      ["nvcompress", "-rgb", tga, folder / "chain.dds"], folder / "chain.dds"))
 
         print(f"{arguments.size} x {arguments.size}, best of {arguments.rounds}")
-        for name, ours, theirs in cases:
-            our_time, their_time = best_times([ours, theirs], arguments.rounds)
+        for name, ours, our_output, theirs, their_output in cases:
+            our_time, their_time = best_times([ours, theirs], [our_output, their_output], arguments.rounds)
             print(f"{name:20} {our_time * 1000:7.1f} ms {their_time * 1000:7.1f} ms   {their_time / our_time:5.2f} times")
 
 

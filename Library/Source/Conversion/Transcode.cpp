@@ -37,6 +37,14 @@ bool compressTexture(CMOXTexture& texture, EMOXTPixelFormat eFormat, uint32_t ui
     return ui64Bytes != 0 && ui64Bytes == texture.getDataSize();
 }
 
+/// True where the pump would give the very bytes that it takes: unsigned bytes come back as they were. (Other types would not all:
+/// the lowest signed number becomes zero, and some floats are cut.)
+bool isReadyForCodec(const CMOXTexture& texture, const CMOXTextureHeader& intermediate)
+{
+    return texture.getEncoding() == intermediate.getEncoding() && texture.getChannelType() == eCT_UnsignedNormalisedByte &&
+           (texture.getPixelFormat() == k_RGBA8 || texture.getPixelFormat() == layout("rgb", 8, 8, 8));
+}
+
 } // namespace
 
 bool Transcode(CMOXTexture& texture, MOXPixelWord newFormat, EMOXTChannelType eNewChannelType, EMOXTColourSpace eNewColourSpace,

@@ -115,33 +115,35 @@ bool COutputFile::finish(const Check& check)
     struct stat status = {};
     std::string strReason;
     bool bGood = false;
+    bool bReplaces = false;
     if (::fstat(iDescriptor, &status) != 0 || !S_ISREG(status.st_mode))
         fail("What was written for \"" + m_strTarget + "\" is not a regular file");
     else if (status.st_size == 0)
         fail("The file written for \"" + m_strTarget + "\" is empty");
     else if (check && !check(m_strWritePath, strReason))
         fail(strReason.empty() ? "The file written for \"" + m_strTarget + "\" did not pass its check" : strReason);
-    else if (!matchEarlierFile(iDescriptor) || ::fsync(iDescriptor) != 0)
+    // Waiting for the disk is for the earlier file's sake: where there is none, nothing can be lost but what was just made.
+    else if (!matchEarlierFile(iDescriptor, bReplaces) || (bReplaces && ::fsync(iDescriptor) != 0))
         failWith("Cannot complete \"" + m_strTarget + "\"", errno);
     else if (::rename(m_strWritePath.c_str(), m_strTarget.c_str()) != 0)
         failWith("Cannot put \"" + m_strTarget + "\" in place", errno);
     else
         bGood = true;
     ::close(iDescriptor);
-    if (bGood)
+    if (bGood && bReplaces)
         syncFolder(folderOf(m_strTarget));
     return bGood;
 }
 
 /// @return false with errno set
-bool COutputFile::matchEarlierFile(int iDescriptor)
+bool COutputFile::matchEarlierFile(int iDescriptor, bool& bReplaces)
 {
     struct stat earlier = {};
-    if (::stat(m_strTarget.c_str(), &earlier) != 0)
+    bReplaces = ::stat(m_strTarget.c_str(), &earlier) == 0;
+    if (!bReplaces)
         return errno == ENOENT;
     // The owner first, as a change of owner may take permissions away. Only some may give files away: no matter if not.
-    if (::fchown(iDescriptor, earlier.st_uid, earlier.st_gid) != 0)
-        errno = 0;
+    static_cast<void>(::fchown(iDescriptor, earlier.st_uid, earlier.st_gid) == 0);
     return ::fchmod(iDescriptor, earlier.st_mode & 0777) == 0;
 }
 

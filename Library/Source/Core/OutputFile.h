@@ -39,15 +39,15 @@ public:
     [[nodiscard]] const std::string& getFolder() const { return m_strFolder; }
 
     /// Puts the written file in place of the target and removes the private folder. The file must be a regular one that is not
-    /// empty and passes the check. It is on the disk before it takes the target's name, and has the permissions of the earlier
-    /// file, or without one those that its writer gave it.
+    /// empty and passes the check. Where it replaces an earlier file it is on the disk before it takes that file's name, and has
+    /// its permissions; without one it has those that its writer gave it.
     /// @return false with a reason; the target is as it was then
     [[nodiscard]] bool commit(const Check& check = nullptr);
 
 private:
     bool prepare(const std::string& strTargetPath);
     bool finish(const Check& check);
-    bool matchEarlierFile(int iDescriptor);
+    bool matchEarlierFile(int iDescriptor, bool& bReplaces);
     bool fail(std::string strReason);
     bool failWith(const std::string& strWhat, int iError);
     void removeFolder();

@@ -1,12 +1,11 @@
 #include "Composition/SavePadding.h"
 
-#include <cstdlib>
-#include <filesystem>
 #include <string>
 
 #include <gtest/gtest.h>
 
 #include "Files/SaveTexture.h"
+#include "Support/TemporaryFolder.h"
 #include "Texture/CMOXTexture.h"
 
 using namespace moxtexture;
@@ -92,9 +91,8 @@ TEST(SavePadding, StartsFromWhatIsHeldAndNotFromAnOverstatedSize)
 
 TEST(SavePadding, SavedTwiceIsReadBackEachTime)
 {
-    char acFolder[] = "/tmp/halvane-padding-XXXXXX";
-    ASSERT_NE(nullptr, mkdtemp(acFolder));
-    const std::string strPath = std::string(acFolder) + "/a.mox";
+    const testsupport::CTemporaryFolder folder;
+    const std::string strPath = folder.path("a.mox");
     for (const uint32_t uiAlignment : {4u, 2u, 64u})
     {
         const uint8_t aui8Pixel[4] = {1, 2, 3, 4};
@@ -109,5 +107,4 @@ TEST(SavePadding, SavedTwiceIsReadBackEachTime)
             EXPECT_EQ(0u, (52 + texture.getMetaDataSize()) % uiAlignment);
         }
     }
-    std::filesystem::remove_all(acFolder);
 }

@@ -7,6 +7,8 @@
 #include <gtest/gtest.h>
 
 #include "Core/ByteOrder.h"
+#include "Pixels/CMOXPixelAccessor.h"
+#include "Pixels/SurfacePump.h"
 #include "Support/SeededPictures.h"
 
 using namespace moxtexture;
@@ -237,4 +239,17 @@ TEST(Transcode, DitherAndAChangeOfSpaceGoThroughLinearBytes)
     ASSERT_TRUE(Transcode(texture, layout("rgb", 5, 6, 5), eCT_UnsignedNormalisedShort, eCS_sRGB, 0, true));
     EXPECT_EQ(eCS_sRGB, texture.getColourSpace());
     EXPECT_EQ(0xF81F, loadLE<uint16_t>(texture.getDataPtr()));
+}
+
+TEST(Transcode, MayLeaveOutThePumpForBytesOnTheWayToACodec)
+{
+    // Because it gives back every byte in every channel as it was.
+    std::vector<uint8_t> bytes(1024);
+    for (size_t i = 0; i < bytes.size(); ++i)
+        bytes[i] = static_cast<uint8_t>(i % 4 == 0 ? i / 4 : 255 - i / 4);
+    const CMOXTexture source = makeTexture(k_RGBA8, eCT_UnsignedNormalisedByte, 16, 16, bytes);
+    CMOXTexture target(static_cast<const CMOXTextureHeader&>(source));
+    const CMOXPixelAccessor accessor(k_RGBA8, eCT_UnsignedNormalisedByte);
+    EXPECT_EQ(1024u, convertSurfacesReference(source, target, accessor, accessor, eCS_sRGB, eCS_sRGB));
+    EXPECT_EQ(bytes, bytesOf(target));
 }
