@@ -79,9 +79,9 @@ bool Transcode(CMOXTexture& texture, MOXPixelWord newFormat, EMOXTChannelType eN
     if (!header.fitsDataBlock())
         return false;
 
-    const bool bPump =
-        newFormat != texture.getPixelFormat() || eNewColourSpace != texture.getColourSpace() || eNewChannelType != texture.getChannelType();
-    if (bPump)
+    const bool bAlike =
+        newFormat == texture.getPixelFormat() && eNewColourSpace == texture.getColourSpace() && eNewChannelType == texture.getChannelType();
+    if (!bAlike && !isReadyForCodec(texture, header))
     {
         CMOXTexture converted(header);
         convertSurfaces(texture, converted, CMOXPixelAccessor(texture.getPixelFormat(), texture.getChannelType()),
