@@ -44,9 +44,9 @@ TEST(CompressSurface, RowsOfAnEnlargedSurfaceRunOnIntoTheBytesThatFollow)
 
     std::vector<uint8_t> enlarged(64, 0);
     const int aiPixels[16] = {0, 1, 2, 3, 3, 4, 5, 6, 6, 7, 8, 9, 9, -1, -1, -1}; // -1: past the end of the block
-    for (int i = 0; i < 16; ++i)
+    for (size_t i = 0; i < 16; ++i)
         if (aiPixels[i] >= 0)
-            std::memcpy(&enlarged[static_cast<size_t>(4 * i)], &bytes[static_cast<size_t>(4 * aiPixels[i])], 4);
+            std::memcpy(&enlarged[4 * i], &bytes[4 * static_cast<size_t>(aiPixels[i])], 4);
 
     CMOXTexture target = blocksFor(source, ePF_BC3);
     ASSERT_EQ(16u, compressSurface(source, target, ePF_BC3, 0, 0, 0, 0, false));
