@@ -14,7 +14,7 @@ ROOT = Path(__file__).resolve().parent.parent
 TREES = ["Library", "CommandLine", "Application"]
 
 # Outside headers by their first path component or name, and where they may stand: folder prefixes, or a test on the file.
-QT_FOLDERS = ("Images", "CommandLine", "Common", "Display", "Documents", "Dialogs", "Docks", "MainWindow", "Application")
+QT_FOLDERS = ("Images", "CommandLine", "Common", "Display", "Documents", "Dialogs", "Docks", "MainWindow", "Resources", "Application")
 OUTSIDE = [
     (re.compile(r"^Q[A-Z]|^Qt"), lambda folder, path: folder in QT_FOLDERS, "Qt"),
     (re.compile(r"^(ft2build\.h|freetype/)"), lambda folder, path: folder == "Fonts", "FreeType"),
@@ -26,7 +26,7 @@ OUTSIDE = [
 
 INCLUDE = re.compile(r'^\s*#\s*include\s+(["<])([^">]+)[">]', re.MULTILINE)
 FOLDER_CALL = re.compile(r"halvane_folder\((.*?)\)", re.DOTALL)
-KEYWORDS = {"USES", "SOURCES", "TESTS", "TEST_USES", "LINK"}
+KEYWORDS = {"WIDGETS", "USES", "SOURCES", "TESTS", "TEST_USES", "LINK"}
 
 
 def read_folders(root):

@@ -6,10 +6,11 @@ set -euo pipefail
 packages=(
     cmake ninja-build g++ git
     qtbase5-dev qt5-image-formats-plugins
-    libhwy-dev libcli11-dev
+    libhwy-dev libcli11-dev libtinyxml2-dev
     libgtest-dev libgmock-dev libbenchmark-dev
     clang libclang-rt-14-dev llvm-14 clang-format
     python3 python3-pil imagemagick
+    xvfb xauth xdotool openbox x11-utils
 )
 
 missing=()

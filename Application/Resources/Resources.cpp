@@ -1,0 +1,8 @@
+#include "Resources/Resources.h"
+
+#include <QtCore/QDir>
+
+void initResources()
+{
+    Q_INIT_RESOURCE(Halvane);
+}

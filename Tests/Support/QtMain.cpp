@@ -1,0 +1,22 @@
+#include <cstdlib>
+
+#include <QtWidgets/QApplication>
+#include <gtest/gtest.h>
+
+#include "Support/TemporaryFolder.h"
+
+/// A window system without a screen, and settings that are nobody's.
+int main(int iCount, char** apArguments)
+{
+    const testsupport::CTemporaryFolder folder;
+    qputenv("XDG_CONFIG_HOME", QByteArray::fromStdString(folder.path()));
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    QApplication application(iCount, apArguments);
+    QApplication::setApplicationName("Halvane");
+    QApplication::setQuitOnLastWindowClosed(false);
+    testing::InitGoogleTest(&iCount, apArguments);
+    return RUN_ALL_TESTS();
+}
