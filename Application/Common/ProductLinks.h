@@ -1,0 +1,13 @@
+#pragma once
+
+/// A place that the dialogs of the Help menu lead to.
+struct ProductLink
+{
+    const char* pText;   ///< what the user reads
+    const char* pTarget; ///< what the desktop opens
+};
+
+/// Configuration of the product: whoever ships it puts in addresses of their own.
+constexpr ProductLink k_SupportLink = {"support@example.com", "mailto:support@example.com"};
+constexpr ProductLink k_WebsiteLink = {"www.example.com/halvane", "https://www.example.com/halvane"};
+constexpr ProductLink k_ForumLink = {"forum.example.com/halvane", "https://forum.example.com/halvane"};
