@@ -20,26 +20,47 @@ constexpr QualityNames list(const std::string_view (&aTexts)[uiCount], uint32_t 
 
 struct FamilyRow
 {
-    EMOXTPixelFormat eFirst, eLast;
-    QualityNames names;
+    EMOXTPixelFormat eFirst, eLast; ///< a run of numbers; a family may have several
+    EQualityFamily eFamily;
 };
 
 constexpr FamilyRow k_aFamilies[] = {
-    {ePF_MOXTC_2bpp_RGB, ePF_MOXTCII_4bpp, list(k_aMOXTC, 2)},
-    {ePF_ETC1, ePF_ETC1, list(k_aETC, 0)},
-    {ePF_ETC2_RGB, ePF_ETC2_RGBA, list(k_aETC, 0)},
-    {ePF_ASTC_4x4, ePF_ASTC_6x6x6, list(k_aASTC, 2)},
+    {ePF_MOXTC_2bpp_RGB, ePF_MOXTCII_4bpp, eQualityMOXTC},
+    {ePF_ETC1, ePF_ETC1, eQualityETC},
+    {ePF_ETC2_RGB, ePF_ETC2_RGBA, eQualityETC},
+    {ePF_ASTC_4x4, ePF_ASTC_6x6x6, eQualityASTC},
 };
 
 } // namespace
 
-QualityNames getQualityNames(MOXPixelWord pixelFormat)
+EQualityFamily getQualityFamily(MOXPixelWord pixelFormat)
 {
     if (pixelFormat.isCompressed())
         for (const FamilyRow& row : k_aFamilies)
             if (pixelFormat.getFormat() >= row.eFirst && pixelFormat.getFormat() <= row.eLast)
-                return row.names;
+                return row.eFamily;
+    return eQualityNone;
+}
+
+QualityNames getQualityNames(EQualityFamily eFamily)
+{
+    switch (eFamily)
+    {
+    case eQualityMOXTC:
+        return list(k_aMOXTC, 2);
+    case eQualityETC:
+        return list(k_aETC, 0);
+    case eQualityASTC:
+        return list(k_aASTC, 2);
+    case eQualityNone:
+        break;
+    }
     return {};
+}
+
+QualityNames getQualityNames(MOXPixelWord pixelFormat)
+{
+    return getQualityNames(getQualityFamily(pixelFormat));
 }
 
 } // namespace moxtexture

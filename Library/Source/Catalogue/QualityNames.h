@@ -8,6 +8,17 @@
 namespace moxtexture
 {
 
+/// The formats that offer the same encoding qualities.
+enum EQualityFamily
+{
+    eQualityNone, ///< one quality, number 0; the EAC formats and ETC2 RGB A1 are here, too
+    eQualityMOXTC,
+    eQualityETC,
+    eQualityASTC,
+};
+
+[[nodiscard]] EQualityFamily getQualityFamily(MOXPixelWord pixelFormat);
+
 /// The encoding qualities of a family of formats; a text's place in the list is the number that Transcode takes.
 struct QualityNames
 {
@@ -19,8 +30,10 @@ struct QualityNames
     [[nodiscard]] const std::string_view* end() const { return pTexts == nullptr ? nullptr : pTexts + uiCount; }
 };
 
-/// The qualities on offer for a format: those of MOXTC, of ETC or of ASTC; none for any other format, so for the EAC formats and
-/// ETC2 RGB A1 too.
+/// The qualities on offer for a family; none for eQualityNone.
+[[nodiscard]] QualityNames getQualityNames(EQualityFamily eFamily);
+
+/// The qualities on offer for a format: those of its family.
 [[nodiscard]] QualityNames getQualityNames(MOXPixelWord pixelFormat);
 
 } // namespace moxtexture
