@@ -51,7 +51,6 @@ struct ReadoutPlace
 [[nodiscard]] QString getPositionText(const ReadoutPlace& place);
 /// "MIP Map: 1   Surface: 2   Face: +X": the status bar's label, with the parts of which the texture has more than one.
 [[nodiscard]] QString getSurfaceText(const moxtexture::CMOXTextureHeader& header, const ReadoutPlace& place);
-/// The display dock's label: the position, a new line, and the face where there is more than one, named while the mouse is inside.
-/// @param strPosition  what the first line shows
-[[nodiscard]] QString getDockPositionText(const moxtexture::CMOXTextureHeader& header, const ReadoutPlace& place,
-                                          const QString& strPosition);
+/// The display dock's label: "12, 34", a new line, and "Face: +X" where there is more than one face; the pixel and the face's name
+/// only while the mouse is inside.
+[[nodiscard]] QString getDockPositionText(const moxtexture::CMOXTextureHeader& header, const ReadoutPlace& place);
