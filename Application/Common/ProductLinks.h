@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QtCore/QString>
+
 /// A place that the dialogs of the Help menu lead to.
 struct ProductLink
 {
@@ -11,3 +13,9 @@ struct ProductLink
 constexpr ProductLink k_SupportLink = {"support@example.com", "mailto:support@example.com"};
 constexpr ProductLink k_WebsiteLink = {"www.example.com/halvane", "https://www.example.com/halvane"};
 constexpr ProductLink k_ForumLink = {"forum.example.com/halvane", "https://forum.example.com/halvane"};
+
+/// @return the link as a label shows it
+inline QString getLinkMarkup(const ProductLink& link)
+{
+    return QString("<a href=\"%1\">%2</a>").arg(link.pTarget, link.pText);
+}

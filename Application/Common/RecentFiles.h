@@ -2,7 +2,6 @@
 
 #include <cstdint>
 #include <deque>
-#include <optional>
 #include <string>
 
 #include <QtCore/QByteArray>
@@ -54,8 +53,9 @@ signals:
     void triggered(const QString& strPath, const QByteArray& data);
 
 private:
-    std::optional<std::deque<std::string>> readList() const;
-    void storeList(const std::deque<std::string>& list);
+    bool readList(std::deque<std::string>& list) const;
+    bool storeList(const std::deque<std::string>& list);
+    void storeData(const QString& strPath, const QByteArray& data);
     std::string getDataKey(const QString& strPath) const;
     void updateMenu(std::deque<std::string> list, bool bDropMissing);
 

@@ -1,0 +1,152 @@
+#include "Common/AboutBoxDialog.h"
+
+#include <algorithm>
+#include <cstdint>
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QEvent>
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+#include <QtCore/QUrl>
+#include <QtGui/QBrush>
+#include <QtGui/QDesktopServices>
+#include <QtGui/QImage>
+#include <QtGui/QPalette>
+
+#include "Common/Preferences.h"
+#include "Common/ProductLinks.h"
+#include "ui_AboutBoxDialog.h"
+
+namespace
+{
+
+constexpr char k_acSdkBuild[] = " (SDK build 19.2@5581729)";
+
+/// @return the smallest size that holds both and has the image's aspect ratio
+QSize getPictureSize(const QSize& needed, const QSize& image)
+{
+    const QSize least = needed.expandedTo(image);
+    const int64_t i64Across = static_cast<int64_t>(least.width()) * image.height();
+    const int64_t i64Down = static_cast<int64_t>(least.height()) * image.width();
+    const auto divideUp = [](int64_t i64Value, int iBy) { return static_cast<int>((i64Value + iBy - 1) / iBy); };
+    if (i64Across < i64Down)
+        return {divideUp(i64Down, image.height()), least.height()};
+    return {least.width(), divideUp(i64Across, image.width())};
+}
+
+/// @return the path of the picture for displays of more than one pixel a point, where it is wanted and there is one
+QString findPicture(const QString& strImage, qreal dPixelRatio)
+{
+    const QFileInfo info(strImage);
+    const QString strFine = info.path() + '/' + info.completeBaseName() + "@2x." + info.suffix();
+    return dPixelRatio > 1.0 && QFile::exists(strFine) ? strFine : strImage;
+}
+
+/// The desktop's texts and links would be dark on the dark picture. The check box's own box keeps its colours.
+void paintTextWhite(QPalette& palette)
+{
+    for (const QPalette::ColorRole eRole : {QPalette::WindowText, QPalette::Link, QPalette::LinkVisited})
+        palette.setColor(eRole, Qt::white);
+}
+
+} // namespace
+
+AboutBoxDialog::AboutBoxDialog(const QString& strNameAndVersion, const QString& strImage, Preferences* pPreferences, const QString& strUses,
+                               QWidget* pParent)
+    : QDialog(pParent),
+      m_pForm(std::make_unique<Ui::AboutBoxClass>()),
+      m_pPreferences(pPreferences),
+      m_strKey(QCoreApplication::applicationName().toStdString() + "/About/ShowSplash")
+{
+    m_pForm->setupUi(this);
+    setWindowFlag(Qt::WindowContextHelpButtonHint, false);
+    m_pForm->ShowAtStartUpCB->setChecked(getShowAtStartUp());
+    m_pForm->AppVersionLabel->setText(strNameAndVersion + k_acSdkBuild);
+    m_pForm->UsesLabel->setText(strUses + " | Qt version " + qVersion());
+    m_pForm->EmailLabel->setText(getLinkMarkup(k_SupportLink));
+    m_pForm->WebsiteLabel->setText(getLinkMarkup(k_WebsiteLink));
+    setBackground(strImage);
+
+    connect(m_pForm->ShowAtStartUpCB, &QCheckBox::stateChanged, this, &AboutBoxDialog::onCheckBoxStateChanged);
+    connect(m_pForm->EmailLabel, &QLabel::linkActivated, this, &AboutBoxDialog::launchLink);
+    connect(m_pForm->WebsiteLabel, &QLabel::linkActivated, this, &AboutBoxDialog::launchLink);
+}
+
+AboutBoxDialog::~AboutBoxDialog() = default;
+
+void AboutBoxDialog::showCentred()
+{
+    moveToCentre();
+    show();
+}
+
+bool AboutBoxDialog::getShowAtStartUp() const
+{
+    bool bShow = true;
+    if (m_pPreferences != nullptr)
+        m_pPreferences->getBool(m_strKey, bShow);
+    return bShow;
+}
+
+/// The picture is the window's ground, scaled to its size, which is no smaller than the picture and of its shape.
+void AboutBoxDialog::setBackground(const QString& strImage)
+{
+    adjustSize();
+    const QImage image(findPicture(strImage, devicePixelRatioF()));
+    if (image.isNull())
+        return;
+    const QSize picture = (QSizeF(image.size()) / image.devicePixelRatioF()).toSize();
+    setFixedSize(getPictureSize(size(), picture));
+
+    QImage scaled = image.scaled(size() * devicePixelRatioF(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    scaled.setDevicePixelRatio(devicePixelRatioF());
+    QPalette colours = palette();
+    colours.setBrush(QPalette::Window, QBrush(scaled));
+    paintTextWhite(colours);
+    setPalette(colours);
+}
+
+void AboutBoxDialog::moveToCentre()
+{
+    if (const QWidget* pParent = parentWidget())
+        move(pParent->window()->frameGeometry().topLeft() + pParent->window()->rect().center() - rect().center());
+}
+
+void AboutBoxDialog::showEvent(QShowEvent* pEvent)
+{
+    QDialog::showEvent(pEvent);
+    QCoreApplication::instance()->installEventFilter(this);
+}
+
+void AboutBoxDialog::hideEvent(QHideEvent* pEvent)
+{
+    QCoreApplication::instance()->removeEventFilter(this);
+    QDialog::hideEvent(pEvent);
+}
+
+bool AboutBoxDialog::eventFilter(QObject* pWatched, QEvent* pEvent)
+{
+    if (parentWidget() != nullptr && pWatched->isWidgetType())
+    {
+        const QWidget* pParentWindow = parentWidget()->window();
+        const QEvent::Type eType = pEvent->type();
+        if (eType == QEvent::MouseButtonPress && static_cast<QWidget*>(pWatched)->window() == pParentWindow)
+            hide();
+        else if ((eType == QEvent::Move || eType == QEvent::Resize) && pWatched == pParentWindow)
+            moveToCentre();
+    }
+    return QDialog::eventFilter(pWatched, pEvent);
+}
+
+void AboutBoxDialog::onCheckBoxStateChanged(int iState)
+{
+    if (m_pPreferences == nullptr)
+        return;
+    m_pPreferences->setBool(m_strKey, iState == Qt::Checked);
+    m_pPreferences->save();
+}
+
+void AboutBoxDialog::launchLink(const QString& strLink)
+{
+    QDesktopServices::openUrl(QUrl(strLink));
+}
