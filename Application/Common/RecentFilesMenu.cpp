@@ -2,6 +2,7 @@
 
 #include <QtGui/QHelpEvent>
 #include <QtGui/QMouseEvent>
+#include <QtGui/QTextDocument>
 #include <QtWidgets/QAction>
 #include <QtWidgets/QToolTip>
 
