@@ -1,6 +1,5 @@
 #include "Common/AboutBoxDialog.h"
 
-#include <algorithm>
 #include <cstdint>
 
 #include <QtCore/QCoreApplication>
@@ -10,6 +9,7 @@
 #include <QtCore/QUrl>
 #include <QtGui/QBrush>
 #include <QtGui/QDesktopServices>
+#include <QtGui/QFont>
 #include <QtGui/QImage>
 #include <QtGui/QPalette>
 
@@ -21,6 +21,7 @@ namespace
 {
 
 constexpr char k_acSdkBuild[] = " (SDK build 19.2@5581729)";
+constexpr double k_dNameSize = 1.25; ///< of the other texts
 
 /// @return the smallest size that holds both and has the image's aspect ratio
 QSize getPictureSize(const QSize& needed, const QSize& image)
@@ -42,13 +43,6 @@ QString findPicture(const QString& strImage, qreal dPixelRatio)
     return dPixelRatio > 1.0 && QFile::exists(strFine) ? strFine : strImage;
 }
 
-/// The desktop's texts and links would be dark on the dark picture. The check box's own box keeps its colours.
-void paintTextWhite(QPalette& palette)
-{
-    for (const QPalette::ColorRole eRole : {QPalette::WindowText, QPalette::Link, QPalette::LinkVisited})
-        palette.setColor(eRole, Qt::white);
-}
-
 } // namespace
 
 AboutBoxDialog::AboutBoxDialog(const QString& strNameAndVersion, const QString& strImage, Preferences* pPreferences, const QString& strUses,
@@ -63,9 +57,16 @@ AboutBoxDialog::AboutBoxDialog(const QString& strNameAndVersion, const QString& 
     m_pForm->ShowAtStartUpCB->setChecked(getShowAtStartUp());
     m_pForm->AppVersionLabel->setText(strNameAndVersion + k_acSdkBuild);
     m_pForm->UsesLabel->setText(strUses + " | Qt version " + qVersion());
-    m_pForm->EmailLabel->setText(getLinkMarkup(k_SupportLink));
-    m_pForm->WebsiteLabel->setText(getLinkMarkup(k_WebsiteLink));
-    setBackground(strImage);
+    const QImage image(findPicture(strImage, devicePixelRatioF()));
+    const QString strLinkColour = image.isNull() ? QString() : QString("white");
+    m_pForm->EmailLabel->setText(getLinkMarkup(k_SupportLink, strLinkColour));
+    m_pForm->WebsiteLabel->setText(getLinkMarkup(k_WebsiteLink, strLinkColour));
+    QFont nameFont = m_pForm->AppVersionLabel->font();
+    nameFont.setPointSizeF(nameFont.pointSizeF() * k_dNameSize);
+    m_pForm->AppVersionLabel->setFont(nameFont);
+    adjustSize();
+    if (!image.isNull())
+        setBackground(image);
 
     connect(m_pForm->ShowAtStartUpCB, &QCheckBox::stateChanged, this, &AboutBoxDialog::onCheckBoxStateChanged);
     connect(m_pForm->EmailLabel, &QLabel::linkActivated, this, &AboutBoxDialog::launchLink);
@@ -88,21 +89,16 @@ bool AboutBoxDialog::getShowAtStartUp() const
     return bShow;
 }
 
-/// The picture is the window's ground, scaled to its size, which is no smaller than the picture and of its shape.
-void AboutBoxDialog::setBackground(const QString& strImage)
+/// The picture becomes the window's ground, scaled to its size, and all text on it white.
+void AboutBoxDialog::setBackground(const QImage& image)
 {
-    adjustSize();
-    const QImage image(findPicture(strImage, devicePixelRatioF()));
-    if (image.isNull())
-        return;
-    const QSize picture = (QSizeF(image.size()) / image.devicePixelRatioF()).toSize();
-    setFixedSize(getPictureSize(size(), picture));
-
+    setFixedSize(getPictureSize(size(), (QSizeF(image.size()) / image.devicePixelRatioF()).toSize()));
     QImage scaled = image.scaled(size() * devicePixelRatioF(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     scaled.setDevicePixelRatio(devicePixelRatioF());
+
     QPalette colours = palette();
     colours.setBrush(QPalette::Window, QBrush(scaled));
-    paintTextWhite(colours);
+    colours.setColor(QPalette::WindowText, Qt::white);
     setPalette(colours);
 }
 

@@ -7,6 +7,7 @@
 #include <QtWidgets/QDialog>
 
 class Preferences;
+class QImage;
 namespace Ui
 {
 class AboutBoxClass;
@@ -42,7 +43,7 @@ private slots:
     void launchLink(const QString& strLink);
 
 private:
-    void setBackground(const QString& strImage);
+    void setBackground(const QImage& image);
     void moveToCentre();
 
     std::unique_ptr<Ui::AboutBoxClass> m_pForm;

@@ -17,6 +17,7 @@ FeedbackDialog::FeedbackDialog(const QString& strVersionText, QWidget* pParent)
     m_pForm->SupportLabel->setText(getLinkMarkup(k_SupportLink));
     connect(m_pForm->ForumLabel, &QLabel::linkActivated, this, &FeedbackDialog::launchLink);
     connect(m_pForm->SupportLabel, &QLabel::linkActivated, this, &FeedbackDialog::launchLink);
+    resize(sizeHint().width(), minimumSizeHint().height()); // the text is a line, for which the box would offer a page
 }
 
 FeedbackDialog::~FeedbackDialog() = default;
