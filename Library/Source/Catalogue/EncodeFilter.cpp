@@ -56,8 +56,8 @@ PixelEncoding getEncoding(const CMOXSearchObject& record)
 const CMOXSearchObject* findInCatalogue(const PixelEncoding& encoding)
 {
     const auto& records = getEncodeCatalogue();
-    const auto found = std::find_if(records.begin(), records.end(),
-                                    [&](const CMOXSearchObject& record) { return getEncoding(record) == encoding; });
+    const auto found =
+        std::find_if(records.begin(), records.end(), [&](const CMOXSearchObject& record) { return getEncoding(record) == encoding; });
     return found == records.end() ? nullptr : &*found;
 }
 

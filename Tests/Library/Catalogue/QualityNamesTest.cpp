@@ -58,3 +58,23 @@ TEST(QualityNames, AreNoneForFormatsWithOneQuality)
     EXPECT_TRUE(textsOf(k_RGBA8).empty());
     EXPECT_EQ(0u, getQualityNames(k_RGBA8).uiDefaultIndex);
 }
+
+TEST(QualityNames, OfAFormatAreThoseOfItsFamily)
+{
+    EXPECT_EQ(eQualityMOXTC, getQualityFamily(ePF_MOXTC_2bpp_RGB));
+    EXPECT_EQ(eQualityMOXTC, getQualityFamily(ePF_MOXTCII_4bpp));
+    EXPECT_EQ(eQualityETC, getQualityFamily(ePF_ETC1));
+    EXPECT_EQ(eQualityNone, getQualityFamily(ePF_BC1));
+    EXPECT_EQ(eQualityNone, getQualityFamily(ePF_2_Planar_GRGB_8_8_8_8));
+    EXPECT_EQ(eQualityETC, getQualityFamily(ePF_ETC2_RGB));
+    EXPECT_EQ(eQualityETC, getQualityFamily(ePF_ETC2_RGBA));
+    EXPECT_EQ(eQualityNone, getQualityFamily(ePF_ETC2_RGB_A1));
+    EXPECT_EQ(eQualityNone, getQualityFamily(ePF_EAC_RG11));
+    EXPECT_EQ(eQualityASTC, getQualityFamily(ePF_ASTC_4x4));
+    EXPECT_EQ(eQualityASTC, getQualityFamily(ePF_ASTC_6x6x6));
+    EXPECT_EQ(eQualityNone, getQualityFamily(ePF_Count));
+    EXPECT_EQ(eQualityNone, getQualityFamily(k_RGBA8));
+
+    for (const MOXPixelWord pixelFormat : {MOXPixelWord(ePF_MOXTCII_2bpp), MOXPixelWord(ePF_ETC2_RGB), MOXPixelWord(ePF_ASTC_5x5), k_RGBA8})
+        EXPECT_EQ(getQualityNames(getQualityFamily(pixelFormat)).pTexts, getQualityNames(pixelFormat).pTexts);
+}
