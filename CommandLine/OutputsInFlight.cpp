@@ -22,7 +22,7 @@ bool COutputsInFlight::write(const std::string& strPath, const std::function<boo
     m_Folders.insert(strFolder);
     lock.unlock();
 
-    const bool bInPlace = file.isReady() && write(file.getWritePath()) && file.commit();
+    const bool bInPlace = file.writeBy(write);
     strReason = file.getReason();
 
     lock.lock();

@@ -8,6 +8,7 @@
 #include <QtWidgets/QWidget>
 
 #include "Display/DisplayRoutine.h"
+#include "Display/MousePick.h"
 #include "Display/ViewModes.h"
 #include "Documents/PixelReadout.h"
 #include "Texture/CMOXTexture.h"
@@ -61,10 +62,10 @@ public:
     [[nodiscard]] uint32_t getArrayMember() const { return m_View.ui32ArrayMember; }
     [[nodiscard]] uint32_t getFace() const { return m_View.ui32Face; }
     /// The face under the mouse; the current one where there is no cube.
-    [[nodiscard]] uint32_t getCubeFace() const { return m_ui32CubeFace; }
-    [[nodiscard]] int32_t getPixelX() const { return m_i32PixelX; }
-    [[nodiscard]] int32_t getPixelY() const { return m_i32PixelY; }
-    [[nodiscard]] bool isMouseInside() const { return m_bMouseInside; }
+    [[nodiscard]] uint32_t getCubeFace() const { return m_Mouse.uiCubeFace; }
+    [[nodiscard]] int32_t getPixelX() const { return m_Mouse.i32PixelX; }
+    [[nodiscard]] int32_t getPixelY() const { return m_Mouse.i32PixelY; }
+    [[nodiscard]] bool isMouseInside() const { return m_Mouse.bInside; }
     [[nodiscard]] const QColor& getBGColour() const { return m_View.bgColour; }
     [[nodiscard]] bool isGridShown() const { return m_View.bGridShown; }
     [[nodiscard]] uint32_t getGridSize() const { return m_View.ui32GridSize; }
@@ -108,8 +109,9 @@ protected:
 
     /// Draws pictures as updateDisplay() tells and takes the flags back.
     void drawIfNeeded(DisplayPicture* pPictures, uint32_t uiCount, bool bForce);
-    /// updateMousePosition() for the label under the mouse and the texture that it shows; null where there is none.
-    void locateMouse(int x, int y, const QLabel* pLabel, const moxtexture::CMOXTextureHeader& header);
+    /// updateMousePosition() over a label and the texture that it shows.
+    void locateMouse(int x, int y, const QLabel& label, const moxtexture::CMOXTextureHeader& header);
+    /// Sets one of the flags below, and repaints at once where the window is on the screen.
     void redraw(bool& bDirtyFlag);
     void setName(const std::string& strName) { m_strName = strName; }
     void setError(const QString& strError);
@@ -132,11 +134,8 @@ private:
     bool m_bDragging = false;
     int32_t m_i32LastMouseX = 0;
     int32_t m_i32LastMouseY = 0;
-    bool m_bMouseInside = false;
-    int32_t m_i32PixelX = 0;
-    int32_t m_i32PixelY = 0;
+    MousePick m_Mouse;
     int32_t m_i32ZoomPosition;
-    uint32_t m_ui32CubeFace = 0;
     Preferences* m_pPreferences;
     uint32_t m_ui32Padding = 0;
     bool m_bDiscardOnClose = false;

@@ -70,6 +70,8 @@ private:
     void textureChanged();
     int bringStoredUpToDate();
     int writeAs(const QString& strPath, bool bLegacy, uint32_t ui32LegacyApi);
+    int takeSavedName(const QString& strPath);
+    [[nodiscard]] QString suggestName(const char* pcEnding) const;
 
     std::unique_ptr<Ui::Widget_SingleViewWindow> m_pForm;
     CTextureDocument m_Document;

@@ -4,6 +4,14 @@
 
 #include <QtCore/QString>
 
+/// How a save ended, as the windows' save functions tell it.
+enum ESaveResult : int
+{
+    eSaveCancelled = -1,
+    eSaveFailed = 0,
+    eSaveDone = 1,
+};
+
 /// What a save does with a file name.
 enum class ESaveRoad : uint32_t
 {

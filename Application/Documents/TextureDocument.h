@@ -61,6 +61,10 @@ public:
     /// @param strPath  UTF-8; its extension chooses the format
     [[nodiscard]] bool write(const std::string& strPath, uint32_t ui32Padding);
 
+    /// Writes one surface of the working texture as an ordinary image, in the format that the extension tells. Anything but 8-bit
+    /// RGBA is converted to that in a copy of the surface. An earlier file survives a failure.
+    [[nodiscard]] bool writeImage(const std::string& strPath, uint32_t uiMIPLevel, uint32_t uiArrayMember, uint32_t uiFace) const;
+
     /// The document is on disk as it is, or counts as if it were.
     void markSaved();
 

@@ -106,6 +106,11 @@ bool COutputFile::commit(const Check& check)
     return bDone;
 }
 
+bool COutputFile::writeBy(const std::function<bool(const std::string& strWritePath)>& write)
+{
+    return isReady() && write(m_strWritePath) && commit();
+}
+
 bool COutputFile::finish(const Check& check)
 {
     const int iDescriptor = ::open(m_strWritePath.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);

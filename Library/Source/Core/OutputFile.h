@@ -11,7 +11,7 @@ namespace moxtexture
 /// The file is made under its own name in a private folder beside the target, checked, and renamed into place:
 ///
 ///     COutputFile output(getSavedPath(strPath));
-///     if (!output.isReady() || !saveTexture(texture, output.getWritePath()) || !output.commit())
+///     if (!output.writeBy([&](const std::string& strWritePath) { return saveTexture(texture, strWritePath); }))
 ///         return false; // output.getReason() tells what went wrong, unless it was the saving
 ///
 /// Where the target is a link, the link stays and the file that it leads to is replaced. Only regular files are replaced.
@@ -43,6 +43,10 @@ public:
     /// its permissions; without one it has those that its writer gave it.
     /// @return false with a reason; the target is as it was then
     [[nodiscard]] bool commit(const Check& check = nullptr);
+
+    /// All of it in one: lets write make the file at the path that it is given, and puts it in place where that gave true.
+    /// @return false with the target as it was; without a reason where only write knows it
+    [[nodiscard]] bool writeBy(const std::function<bool(const std::string& strWritePath)>& write);
 
 private:
     bool prepare(const std::string& strTargetPath);

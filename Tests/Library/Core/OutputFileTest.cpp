@@ -314,3 +314,47 @@ TEST_F(OutputFile, AnyBytesMayStandInAName)
     EXPECT_TRUE(output.commit()) << output.getReason();
     EXPECT_EQ("new", readText(strPath));
 }
+
+TEST_F(OutputFile, WrittenByAFunctionItIsInPlaceWhereTheFunctionGaveTrue)
+{
+    COutputFile output(m_Folder.path("new.mox"));
+    EXPECT_TRUE(output.writeBy(
+        [](const std::string& strPath)
+        {
+            writeText(strPath, "whole");
+            return true;
+        }));
+    EXPECT_EQ("whole", readText(m_Folder.path("new.mox")));
+    EXPECT_EQ(1u, m_Folder.count());
+}
+
+TEST_F(OutputFile, AFunctionThatGivesFalseLeavesTheEarlierFileAndNoReason)
+{
+    const std::string strPath = m_Folder.write("old.mox", std::string("old"));
+    {
+        COutputFile output(strPath);
+        EXPECT_FALSE(output.writeBy(
+            [](const std::string& strWritePath)
+            {
+                writeText(strWritePath, "half");
+                return false;
+            }));
+        EXPECT_EQ("", output.getReason());
+    }
+    EXPECT_EQ("old", readText(strPath));
+    EXPECT_EQ(1u, m_Folder.count());
+}
+
+TEST_F(OutputFile, AFunctionIsNotCalledWhereNothingCanBeWritten)
+{
+    COutputFile output(m_Folder.path("missing/new.mox"));
+    bool bCalled = false;
+    EXPECT_FALSE(output.writeBy(
+        [&](const std::string&)
+        {
+            bCalled = true;
+            return true;
+        }));
+    EXPECT_FALSE(bCalled);
+    EXPECT_NE("", output.getReason());
+}
