@@ -34,9 +34,9 @@ public:
     /// Makes the buffer uiSize bytes large, unless it is so already. Whoever still holds an image of the old bytes keeps those.
     /// @return false, with a size of 0, where memory is refused
     [[nodiscard]] bool resize(size_t uiSize);
-    /// Takes other bytes of the same size if an image of these is still held elsewhere.
-    /// @return false, as resize()
-    [[nodiscard]] bool makeSole();
+    /// Takes other bytes of the same size if an image of these is held elsewhere; where memory is refused, that image shares what
+    /// is drawn next.
+    void leaveToHolders();
 
     [[nodiscard]] size_t getSize() const { return m_uiSize; }
     [[nodiscard]] uint8_t* getData() const { return m_pData.get(); }
