@@ -11,6 +11,7 @@ packages=(
     clang libclang-rt-14-dev llvm-14 clang-format
     python3 python3-pil imagemagick
     xvfb xauth xdotool openbox x11-utils
+    fonts-dejavu-core
 )
 
 missing=()
