@@ -1,0 +1,126 @@
+// Saving and closing.
+
+#include <QtGui/QCloseEvent>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QMdiSubWindow>
+
+#include "Documents/CTexViewWindowSingle.h"
+#include "MainWindow/CMainWindow.h"
+#include "MainWindow/MemoryGuard.h"
+#include "ui_CMainWindow.h"
+
+namespace
+{
+
+constexpr char k_acSaveFailureTitle[] = "An Error Has Occurred";
+constexpr char k_acSaveFailureText[] =
+    "An unknown error has occurred, please try a different texture file type, or contact Bluedesk for support";
+constexpr char k_acSaveImageFailureText[] = "An unknown error has occurred, please contact Bluedesk for support";
+
+/// What a save gave: 1 done, 0 failed, also for want of memory, -1 cancelled.
+template <typename Save>
+int runSaveWithinMemory(Save save)
+{
+    int iResult = 0;
+    return runWithinMemory([&] { iResult = save(); }) ? iResult : 0;
+}
+
+} // namespace
+
+template <typename Save>
+void CMainWindow::runSave(Save save)
+{
+    const QPointer<CTexViewWindowSingle> pView = getCurrentSingle();
+    if (!pView)
+        return;
+    if (runSaveWithinMemory([&] { return save(*pView); }) == 0)
+        showCritical(k_acSaveFailureTitle, k_acSaveFailureText);
+    slotSubWindowChanged(getCurrentSubWindow());
+}
+
+void CMainWindow::slotSave()
+{
+    runSave([](CTexViewWindowSingle& view) { return view.save(); });
+}
+
+void CMainWindow::slotSaveAs()
+{
+    runSave([this](CTexViewWindowSingle& view) { return view.saveAs(false, m_ui32LegacySaveApi); });
+}
+
+void CMainWindow::slotSaveAsLegacy()
+{
+    runSave([this](CTexViewWindowSingle& view) { return view.saveAs(true, m_ui32LegacySaveApi); });
+}
+
+void CMainWindow::slotSaveImage()
+{
+    const QPointer<CTexViewWindow> pView = m_pCurrentView;
+    if (!pView)
+        return;
+    if (runSaveWithinMemory([&] { return pView->saveImage(); }) == 0)
+        showCritical(k_acSaveFailureTitle, k_acSaveImageFailureText);
+    updateAll();
+}
+
+void CMainWindow::tellNothingWritten(const QString& strPath)
+{
+    m_pForm->StatusBar->showMessage(QString("No file was written: \"%1\" ends in none of .mox, .ktx and .dds.").arg(strPath),
+                                    k_iMessageTime);
+}
+
+void CMainWindow::slotClose()
+{
+    if (QMdiSubWindow* pSubWindow = getCurrentSubWindow())
+        pSubWindow->close();
+}
+
+void CMainWindow::slotCloseAll()
+{
+    m_pForm->MdiArea->closeAllSubWindows();
+}
+
+void CMainWindow::slotExit()
+{
+    close();
+}
+
+void CMainWindow::closeEvent(QCloseEvent* pEvent)
+{
+    // A dialog, or an encode, is at work on a view that must not go away beneath it; only the desktop itself can ask now.
+    if (m_bEncoding || QApplication::activeModalWidget() != nullptr || !mayCloseAll())
+        return pEvent->ignore();
+    m_pForm->MdiArea->closeAllSubWindows();
+    const QList<QMdiSubWindow*> left = m_pForm->MdiArea->subWindowList();
+    if (left.isEmpty())
+        return QMainWindow::closeEvent(pEvent);
+    for (QMdiSubWindow* pSubWindow : left)
+        if (CTexViewWindow* pView = getView(pSubWindow))
+            pView->setDiscardOnClose(false);
+    pEvent->ignore();
+}
+
+/// Asks for every view what it would ask when it is closed, and closes none, so that one cancelled prompt keeps all of them open.
+/// Afterwards they close without asking.
+bool CMainWindow::mayCloseAll()
+{
+    std::vector<QPointer<CTexViewWindow>> aAgreed;
+    const QList<QMdiSubWindow*> windows = m_pForm->MdiArea->subWindowList();
+    for (QMdiSubWindow* pSubWindow : windows)
+    {
+        CTexViewWindow* pView = getView(pSubWindow);
+        if (pView == nullptr)
+            continue;
+        if (pView->isModified() || pView->getChangeCount() > 0)
+            activate(pSubWindow); // so that the user sees which one the question is about
+        QCloseEvent question;
+        QApplication::sendEvent(pView, &question);
+        if (!question.isAccepted())
+            return false;
+        aAgreed.emplace_back(pView);
+    }
+    for (const QPointer<CTexViewWindow>& pView : aAgreed)
+        if (pView)
+            pView->setDiscardOnClose(true);
+    return true;
+}
