@@ -10,6 +10,7 @@
 #include <QtGui/QBrush>
 #include <QtGui/QDesktopServices>
 #include <QtGui/QFont>
+#include <QtGui/QFontInfo>
 #include <QtGui/QImage>
 #include <QtGui/QPalette>
 
@@ -62,7 +63,7 @@ AboutBoxDialog::AboutBoxDialog(const QString& strNameAndVersion, const QString& 
     m_pForm->EmailLabel->setText(getLinkMarkup(k_SupportLink, strLinkColour));
     m_pForm->WebsiteLabel->setText(getLinkMarkup(k_WebsiteLink, strLinkColour));
     QFont nameFont = m_pForm->AppVersionLabel->font();
-    nameFont.setPointSizeF(nameFont.pointSizeF() * k_dNameSize);
+    nameFont.setPointSizeF(QFontInfo(nameFont).pointSizeF() * k_dNameSize);
     m_pForm->AppVersionLabel->setFont(nameFont);
     adjustSize();
     if (!image.isNull())
