@@ -19,10 +19,22 @@ struct CSignalWatcher::Watch
 namespace
 {
 
+constexpr int k_aiWatched[] = {SIGINT, SIGTERM, SIGHUP};
+
 bool isIgnored(int iSignal)
 {
     struct sigaction action = {};
     return sigaction(iSignal, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
+}
+
+/// Programs that are started from here die of these signals as they would anywhere; a mask would go on into them.
+void letThroughInChild()
+{
+    sigset_t signals;
+    sigemptyset(&signals);
+    for (const int iSignal : k_aiWatched)
+        sigaddset(&signals, iSignal);
+    pthread_sigmask(SIG_UNBLOCK, &signals, nullptr);
 }
 
 } // namespace
@@ -30,12 +42,13 @@ bool isIgnored(int iSignal)
 CSignalWatcher::CSignalWatcher(std::function<void(int)> onSignal) : m_pWatch(std::make_unique<Watch>())
 {
     m_pWatch->onSignal = std::move(onSignal);
+    [[maybe_unused]] static const int iOnce = pthread_atfork(nullptr, nullptr, letThroughInChild);
 
     sigset_t blocked;
     sigset_t awaited;
     sigemptyset(&awaited);
     // A blocked signal is queued even where it is set to be ignored, so those are left alone altogether.
-    for (const int iSignal : {SIGINT, SIGTERM, SIGHUP})
+    for (const int iSignal : k_aiWatched)
         if (!isIgnored(iSignal))
             sigaddset(&awaited, iSignal);
     blocked = awaited;

@@ -11,6 +11,7 @@ namespace moxtexture
 /// handler, may do anything.
 ///
 /// To be made before any other thread starts: it blocks those signals for the calling thread and all threads that come after.
+/// Processes that are forked off it let them through again.
 /// A signal that the process was started to ignore (as nohup does) stays ignored. The destructor ends the wait and gives the
 /// calling thread its old signal mask back.
 class CSignalWatcher

@@ -4,6 +4,7 @@
 
 #include <csignal>
 
+#include <sys/wait.h>
 #include <unistd.h>
 
 using namespace moxtexture;
@@ -65,4 +66,24 @@ TEST(SignalWatcher, GivesTheMaskBackAndEndsItsThread)
     const sigset_t after = getMask();
     for (int iSignal = 1; iSignal < 32; ++iSignal)
         EXPECT_EQ(sigismember(&before, iSignal), sigismember(&after, iSignal)) << iSignal;
+}
+
+TEST(SignalWatcherDeathTest, LetsAProcessThatIsForkedDieOfThem)
+{
+    for (const int iSignal : {SIGINT, SIGTERM, SIGHUP})
+    {
+        const auto forkAndSend = [iSignal]
+        {
+            const CSignalWatcher watcher([](int) { _exit(1); });
+            const pid_t child = fork();
+            if (child == 0)
+                for (;;)
+                    pause();
+            kill(child, iSignal);
+            int iState = 0;
+            waitpid(child, &iState, 0);
+            _exit(WIFSIGNALED(iState) && WTERMSIG(iState) == iSignal ? 0 : 2);
+        };
+        EXPECT_EXIT(forkAndSend(), testing::ExitedWithCode(0), "") << iSignal;
+    }
 }
