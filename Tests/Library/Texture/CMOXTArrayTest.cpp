@@ -129,7 +129,7 @@ TEST(MoxtArray, MayBeUsedAgainAfterItWasMoved)
     CMOXTArray<int> array = countTo(3);
     const CMOXTArray<int> target = std::move(array);
     EXPECT_EQ(3u, target.getSize());
-    EXPECT_EQ(0u, array.getSize()); // NOLINT(bugprone-use-after-move): that it is empty is what is tested
+    EXPECT_EQ(0u, array.getSize()); // NOLINT(bugprone-use-after-move,clang-analyzer-cplusplus.Move): that it is empty is what is tested
     EXPECT_EQ(0u, array.append(7));
     EXPECT_EQ(1u, array.append(8));
     EXPECT_EQ(7, array[0]);
