@@ -36,8 +36,9 @@ signals:
     void signalLoadToCurrentSurface();
 
 public slots:
-    /// Builds the tree anew, but for the first call after a selection: that one comes of the selection itself, and the tree stays.
-    /// Where it did bring something new, the tree follows as soon as control is back in the event loop.
+    /// Builds the tree anew, but for the first call after a selection and those while it is told: they come of the selection itself,
+    /// and the tree stays. Where such a call did bring something new, the tree follows once control is back in the event loop.
+    /// Lists of different lengths, or with a null among the headers, change nothing.
     /// @param listNames  what is shown; fullNames  unique names, shown as tool tips; listTextureHeaders  read during the call only
     void slotUpdateTextureList(QList<QString> listNames, QList<QString> fullNames,
                                QList<moxtexture::CMOXTextureHeader*> listTextureHeaders);
@@ -51,4 +52,5 @@ private:
     std::vector<SurfacesTreeEntry> m_aGiven; ///< the list as it was last given
     QTimer m_LateUpdate;                     ///< runs where the tree stayed as it was although the list had changed
     bool m_bSelecting = false;               ///< set by a click, cleared by the next list
+    bool m_bTelling = false;                 ///< while signalTextureClicked() is being told: the tree must not go from under it
 };

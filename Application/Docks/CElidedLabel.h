@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QtWidgets/QLabel>
+
+/// A label of one line of plain text that may be narrower than its text: what does not fit is left out of the middle and told by a
+/// tool tip, unless the label was given one.
+class CElidedLabel : public QLabel
+{
+    Q_OBJECT
+
+public:
+    explicit CElidedLabel(QWidget* pParent = nullptr);
+
+    [[nodiscard]] QSize minimumSizeHint() const override;
+    /// The text with what of it fits into the label now.
+    [[nodiscard]] QString getShownText() const;
+
+protected:
+    bool event(QEvent* pEvent) override;
+    void paintEvent(QPaintEvent* pEvent) override;
+};
