@@ -77,7 +77,7 @@ const std::vector<ActionRule>& getActionRules()
     return aRules;
 }
 
-bool isEnabled(const ActionRule& rule, const ActiveState& state)
+bool isAllowed(const ActionRule& rule, const ActiveState& state)
 {
     return rule.bBuilt && holds(rule.eRule, state);
 }

@@ -37,4 +37,4 @@ struct ActiveState
 /// All commands and menus that are ever disabled or could be, in the order of the form.
 [[nodiscard]] const std::vector<ActionRule>& getActionRules();
 
-[[nodiscard]] bool isEnabled(const ActionRule& rule, const ActiveState& state);
+[[nodiscard]] bool isAllowed(const ActionRule& rule, const ActiveState& state);

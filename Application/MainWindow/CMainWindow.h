@@ -189,7 +189,6 @@ private:
     /// The windows as the list of textures was last given: a name alone may be borne by two.
     std::vector<QPointer<QMdiSubWindow>> m_aListedWindows;
     std::vector<std::pair<QObject*, ActionRule>> m_aRuledActions;
-    QString m_strPosition; ///< of the texel that was last under the mouse
     bool m_bEncoding = false;
 
     CSurfacesDock* m_pSurfacesDock = nullptr;

@@ -232,17 +232,17 @@ void CMainWindow::dragEnterEvent(QDragEnterEvent* pEvent)
 
 void CMainWindow::dropEvent(QDropEvent* pEvent)
 {
-    const QMimeData& data = *pEvent->mimeData();
-    if (data.hasUrls())
+    const QMimeData& dropped = *pEvent->mimeData();
+    if (dropped.hasUrls())
     {
-        const QList<QUrl> urls = data.urls();
+        const QList<QUrl> urls = dropped.urls();
         for (const QUrl& url : urls)
             slotOpenFile(url.toLocalFile());
         pEvent->acceptProposedAction();
     }
-    else if (hasVirtualFile(data))
+    else if (hasVirtualFile(dropped))
     {
-        openVirtualFile(data.data(QLatin1String(k_acFileDescriptorFormat)), data.data(QLatin1String(k_acFileContentsFormat)));
+        openVirtualFile(dropped.data(QLatin1String(k_acFileDescriptorFormat)), dropped.data(QLatin1String(k_acFileContentsFormat)));
         pEvent->acceptProposedAction();
     }
 }

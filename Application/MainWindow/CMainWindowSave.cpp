@@ -5,17 +5,13 @@
 #include <QtWidgets/QMdiSubWindow>
 
 #include "Documents/CTexViewWindowSingle.h"
+#include "Documents/SaveFailure.h"
 #include "MainWindow/CMainWindow.h"
 #include "MainWindow/MemoryGuard.h"
 #include "ui_CMainWindow.h"
 
 namespace
 {
-
-constexpr char k_acSaveFailureTitle[] = "An Error Has Occurred";
-constexpr char k_acSaveFailureText[] =
-    "An unknown error has occurred, please try a different texture file type, or contact Bluedesk for support";
-constexpr char k_acSaveImageFailureText[] = "An unknown error has occurred, please contact Bluedesk for support";
 
 /// What a save gave: 1 done, 0 failed, also for want of memory, -1 cancelled.
 template <typename Save>
@@ -34,7 +30,7 @@ void CMainWindow::runSave(Save save)
     if (!pView)
         return;
     if (runSaveWithinMemory([&] { return save(*pView); }) == 0)
-        showCritical(k_acSaveFailureTitle, k_acSaveFailureText);
+        showSaveFailure(this);
     slotSubWindowChanged(getCurrentSubWindow());
 }
 
@@ -59,7 +55,7 @@ void CMainWindow::slotSaveImage()
     if (!pView)
         return;
     if (runSaveWithinMemory([&] { return pView->saveImage(); }) == 0)
-        showCritical(k_acSaveFailureTitle, k_acSaveImageFailureText);
+        showCritical("An Error Has Occurred", "An unknown error has occurred, please contact Bluedesk for support");
     updateAll();
 }
 

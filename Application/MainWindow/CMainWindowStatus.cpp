@@ -22,7 +22,7 @@ constexpr int k_iDefaultDiffMode = 0;
 constexpr float k_fDefaultBrightness = 1.0f, k_fDefaultTolerance = 0.1f, k_fDefaultBlend = 50.0f;
 
 /// By the type that the object really has: a menu is no action, but is enabled like one.
-void setEnabled(QObject* pObject, bool bEnabled)
+void enable(QObject* pObject, bool bEnabled)
 {
     if (auto* pAction = qobject_cast<QAction*>(pObject))
         pAction->setEnabled(bEnabled);
@@ -101,7 +101,6 @@ void CMainWindow::showNoView()
     m_pDisplayDock->setViewMode(eViewSingle);
     m_pToolBoxDock->slotUpdateTexture(nullptr);
     m_pSizeLabel->setText("Size:\t");
-    m_strPosition.clear();
     m_pPositionLabel->clear();
     m_pSurfaceLabel->clear();
     m_pDisplayDock->setPositionText(QString());
@@ -154,7 +153,7 @@ void CMainWindow::updateActions()
 {
     const ActiveState state = getActiveState();
     for (const auto& [pObject, rule] : m_aRuledActions)
-        setEnabled(pObject, isEnabled(rule, state));
+        enable(pObject, isAllowed(rule, state));
 }
 
 void CMainWindow::updateTextureList()
@@ -205,16 +204,12 @@ void CMainWindow::updatePositionLabels()
 {
     if (!m_pCurrentView)
         return;
-    ReadoutPlace place = m_pCurrentView->getReadoutPlace();
-    place.bMouseInside = place.bMouseInside && m_pCurrentView->underMouse();
+    const ReadoutPlace place = m_pCurrentView->getReadoutPlace();
     if (place.bMouseInside)
-    {
-        m_strPosition = getPositionString(place);
         m_pPositionLabel->setText(getPositionText(place));
-    }
     const moxtexture::CMOXTextureHeader& header = m_pCurrentView->getWorkingTexture();
     m_pSurfaceLabel->setText(getSurfaceText(header, place));
-    m_pDisplayDock->setPositionText(getDockPositionText(header, place, m_strPosition));
+    m_pDisplayDock->setPositionText(getDockPositionText(header, place));
 }
 
 void CMainWindow::slotMousePositionUpdated()
