@@ -8,16 +8,21 @@
 #include "CommandLine/OutputsInFlight.h"
 #include "CommandLine/Program.h"
 #include "CommandLine/ProgressLine.h"
+#include "Core/PrivateTemporaryFolder.h"
 #include "Core/SignalWatcher.h"
+#include "Core/Utf8Locale.h"
 
 int main(int iCount, char** apArguments)
 {
     constexpr int iSignalled = 128; // added to the signal's number, as shells tell it
+    moxtexture::useUtf8Locale();
+    const moxtexture::CPrivateTemporaryFolder temporaryFolder;
     moxtexture::COutputsInFlight outputs;
     const moxtexture::CSignalWatcher watcher(
-        [&outputs](int iSignal)
+        [&outputs, &temporaryFolder](int iSignal)
         {
             outputs.abandon();
+            temporaryFolder.remove();
             moxtexture::eraseTerminalLine();
             // No destructors: other threads are at work.
             _exit(iSignalled + iSignal);
