@@ -1,5 +1,6 @@
 #include "Dialogs/CFilterEncodeDialog.h"
 
+#include <algorithm>
 #include <array>
 
 #include <QtCore/QSignalBlocker>
@@ -67,7 +68,6 @@ CFilterEncodeDialog::CFilterEncodeDialog(const CMOXTextureHeader& header, QWidge
     setWindowFlags(windowFlags() & ~Qt::WindowContextHelpButtonHint);
     m_pForm->Check_Diff->setVisible(!bHideDiff);
     fillLists();
-    setIcons();
 
     fixTableSize();
     m_pForm->Combo_API->setCurrentIndex(0);
@@ -91,29 +91,22 @@ void CFilterEncodeDialog::fillLists()
     addTexts(m_pForm->Combo_ASTCMode, getQualityNames(eQualityASTC));
 }
 
-void CFilterEncodeDialog::setIcons()
+void CFilterEncodeDialog::keepRoomForPages(int iWidth)
 {
-    const int iSize = style()->pixelMetric(QStyle::PM_ToolBarIconSize, nullptr, this);
-    const auto setIcon = [&](QLabel* pLabel, QStyle::StandardPixmap eIcon, const char* strName)
-    {
-        pLabel->setPixmap(style()->standardIcon(eIcon, nullptr, this).pixmap(iSize, iSize));
-        pLabel->setAccessibleName(strName);
-    };
-    setIcon(m_pForm->Icon_MOXTCWarning, QStyle::SP_MessageBoxWarning, "Warning");
-    setIcon(m_pForm->Icon_ETCWarning, QStyle::SP_MessageBoxWarning, "Warning");
-    setIcon(m_pForm->Icon_ASTCError, QStyle::SP_MessageBoxCritical, "Error");
-    setIcon(m_pForm->Icon_NPOTError, QStyle::SP_MessageBoxCritical, "Error");
-    setIcon(m_pForm->Icon_SizeError, QStyle::SP_MessageBoxCritical, "Error");
-
-    // Room is kept for the warnings, so that the dialog keeps its size when they come and go.
+    // Also for the warnings, so that nothing moves when they come and go.
     for (QWidget* pWidget : std::initializer_list<QWidget*>{m_pForm->Icon_MOXTCWarning, m_pForm->Label_MOXTCWarning,
                                                             m_pForm->Icon_ETCWarning, m_pForm->Label_ETCWarning})
     {
         QSizePolicy policy = pWidget->sizePolicy();
         policy.setRetainSizeWhenHidden(true);
         pWidget->setSizePolicy(policy);
-        pWidget->hide();
     }
+    // A layout does not count lines of wrapped text into its least height.
+    int iHeight = 0;
+    for (const QLayout* pLayout : m_pForm->Stack_WarningsAndOptions->findChildren<QLayout*>())
+        if (pLayout->hasHeightForWidth())
+            iHeight = std::max(iHeight, pLayout->heightForWidth(iWidth));
+    m_pForm->Stack_WarningsAndOptions->setMinimumHeight(iHeight);
 }
 
 void CFilterEncodeDialog::fixTableSize()
@@ -133,6 +126,7 @@ void CFilterEncodeDialog::fixTableSize()
     pTable->setMinimumWidth(iWidth);
     pTable->setMinimumHeight(pTable->horizontalHeader()->sizeHint().height() + 2 * (pTable->frameWidth() + 5 * pTable->rowHeight(0)));
     pTable->horizontalHeader()->setStretchLastSection(true);
+    keepRoomForPages(iWidth);
     adjustSize();
 }
 

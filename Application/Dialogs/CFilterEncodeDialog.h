@@ -56,8 +56,8 @@ public slots:
 
 private:
     void fillLists();
-    void setIcons();
     void fixTableSize();
+    void keepRoomForPages(int iWidth);
     void connectWidgets();
     void loadSettings();
     void storeSettings();

@@ -17,6 +17,7 @@
 #include <QtWidgets/QTableWidget>
 
 #include "Common/Preferences.h"
+#include "Resources/Resources.h"
 #include "Support/QtSupport.h"
 
 using namespace moxtexture;
@@ -242,6 +243,38 @@ TEST(EncodeDialog, NamesForAssistantsEveryWidgetThatAUserTouches)
         {
             EXPECT_FALSE(pWidget->accessibleName().isEmpty()) << pWidget->objectName().toStdString();
         }
+}
+
+TEST(EncodeDialog, ShowsItsIconsBesideWarningsAndErrors)
+{
+    initResources();
+    const CDialog dialog;
+    for (const char* strIcon : {"Icon_MOXTCWarning", "Icon_ETCWarning", "Icon_ASTCError", "Icon_NPOTError", "Icon_SizeError"})
+    {
+        const QPixmap pixmap = dialog.get<QLabel>(strIcon).pixmap(Qt::ReturnByValue);
+        EXPECT_EQ(24, pixmap.width() / pixmap.devicePixelRatio()) << strIcon;
+        EXPECT_FALSE(dialog.get<QLabel>(strIcon).accessibleName().isEmpty()) << strIcon;
+    }
+}
+
+TEST(EncodeDialog, KeepsItsSizeWhileRowsAreChosen)
+{
+    for (const auto& [uiWidth, uiHeight] : {std::pair{64u, 64u}, {128u, 64u}, {101u, 37u}})
+    {
+        CDialog dialog(uiWidth, uiHeight);
+        dialog.show();
+        const QSize size = dialog.size();
+        const QRect table = dialog.table().geometry();
+        dialog.filter("Combo_API", k_iOpenGLES3);
+        for (int i = 0; i < dialog.table().rowCount(); i += 5)
+        {
+            dialog.table().selectRow(i);
+            QApplication::processEvents();
+            EXPECT_EQ(size, dialog.size()) << dialog.row(i);
+            EXPECT_EQ(table, dialog.table().geometry()) << dialog.row(i);
+            EXPECT_LT(dialog.table().geometry().bottom(), dialog.get<QStackedWidget>("Stack_WarningsAndOptions").geometry().top());
+        }
+    }
 }
 
 TEST(EncodeDialog, ListsSingleRowsThatCannotBeEditedOrSorted)
