@@ -27,6 +27,10 @@ CDisplayDock::CDisplayDock(QWidget* pParent) : QDockWidget(pParent), m_pForm(new
     // Room for both lines, so that the groups below don't move with the mouse.
     m_pForm->PositionLabel->setMinimumHeight(k_iPositionLines * m_pForm->PositionLabel->fontMetrics().lineSpacing());
 
+    // A number without its last places is still nearly that number.
+    for (CElidedLabel* pLabel : m_pForm->Group_Colour->findChildren<CElidedLabel*>())
+        pLabel->setElideMode(Qt::ElideRight);
+
     connect(m_pForm->Combo_DisplayMode, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &CDisplayDock::slotChangeViewMode);
     for (const QCheckBox* pCheck :
          {m_pForm->Check_RedSelect, m_pForm->Check_GreenSelect, m_pForm->Check_BlueSelect, m_pForm->Check_AlphaSelect})

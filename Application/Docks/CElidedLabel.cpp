@@ -26,7 +26,7 @@ QSize CElidedLabel::minimumSizeHint() const
 
 QString CElidedLabel::getShownText() const
 {
-    return fontMetrics().elidedText(text(), Qt::ElideMiddle, contentsRect().width());
+    return fontMetrics().elidedText(text(), m_eElideMode, contentsRect().width());
 }
 
 bool CElidedLabel::event(QEvent* pEvent)

@@ -13,6 +13,8 @@
 namespace
 {
 
+constexpr int k_iIndentation = 14; // four levels in a narrow column
+
 /// Depths in the tree, counted from the top.
 enum EDepth : uint32_t
 {
@@ -83,6 +85,7 @@ CSurfacesTree::CSurfacesTree(QWidget* pParent)
     setColumnCount(1);
     setHeaderHidden(true);
     setTextElideMode(Qt::ElideMiddle); // both the end of a long name and the size stay legible
+    setIndentation(k_iIndentation);
     setUniformRowHeights(true);
     m_pMenu->setObjectName("Menu_Surfaces");
     m_pLoadAction->setObjectName("Act_Load_To_Surface");
@@ -174,6 +177,7 @@ bool CSurfacesTree::viewportEvent(QEvent* pEvent)
         return QTreeWidget::viewportEvent(pEvent);
     const auto& help = static_cast<const QHelpEvent&>(*pEvent);
     const QTreeWidgetItem* pItem = itemAt(help.pos());
-    showPlainToolTip(help, viewport(), pItem != nullptr ? pItem->toolTip(0) : QString());
+    const QString strText = pItem == nullptr ? QString() : pItem->toolTip(0).isEmpty() ? pItem->text(0) : pItem->toolTip(0);
+    showPlainToolTip(help, viewport(), strText);
     return true;
 }

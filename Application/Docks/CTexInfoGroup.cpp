@@ -34,6 +34,7 @@ QString getFlagsText(const moxtexture::CMOXTextureHeader& header)
 CTexInfoGroup::CTexInfoGroup(QWidget* pParent) : QGroupBox(pParent), m_pForm(new Ui::TexInfoGroup)
 {
     m_pForm->setupUi(this);
+    m_pForm->Label_Format->setElideMode(Qt::ElideRight);
     connect(m_pForm->Combo_ColourSpace, QOverload<int>::of(&QComboBox::activated), this, &CTexInfoGroup::colourSpaceChosen);
 }
 
