@@ -208,17 +208,24 @@ int CTexViewWindowSingle::saveImage()
     return eSaveDone;
 }
 
+bool CTexViewWindowSingle::mayClose()
+{
+    if ((!m_Document.isModified() && !m_Document.isNeverSaved()) || isDiscardedOnClose())
+        return true;
+    const auto eAnswer = QMessageBox::question(this, "Texture Modified", "Do you wish to save this texture before closing?",
+                                               QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+    if (eAnswer != QMessageBox::Yes)
+        return eAnswer == QMessageBox::No;
+    const int iSaved = save();
+    if (iSaved == eSaveFailed)
+        showSaveFailure(this);
+    return iSaved == eSaveDone;
+}
+
 void CTexViewWindowSingle::closeEvent(QCloseEvent* pEvent)
 {
-    if ((m_Document.isModified() || m_Document.isNeverSaved()) && !isDiscardedOnClose())
-    {
-        const auto eAnswer = QMessageBox::question(this, "Texture Modified", "Do you wish to save this texture before closing?",
-                                                   QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
-        const int iSaved = eAnswer == QMessageBox::Yes ? save() : int{eSaveDone};
-        if (iSaved == eSaveFailed)
-            showSaveFailure(this);
-        if (eAnswer == QMessageBox::Cancel || iSaved != eSaveDone)
-            return pEvent->ignore();
-    }
-    CTexViewWindow::closeEvent(pEvent);
+    if (mayClose())
+        CTexViewWindow::closeEvent(pEvent);
+    else
+        pEvent->ignore();
 }

@@ -68,6 +68,7 @@ protected:
 
 private:
     void textureChanged();
+    bool mayClose();
     int bringStoredUpToDate();
     int writeAs(const QString& strPath, bool bLegacy, uint32_t ui32LegacyApi);
     int takeSavedName(const QString& strPath);
