@@ -64,6 +64,13 @@ protected:
     CEnvironmentKeeper m_Keeper{"XDG_CONFIG_HOME", "XDG_CONFIG_DIRS", "HOME"};
 };
 
+/// Of the last change: in a second of its own.
+void setTime(const std::string& strPath, long iNanoseconds)
+{
+    const timespec times[2] = {{1000000000, iNanoseconds}, {1000000000, iNanoseconds}};
+    EXPECT_EQ(0, ::utimensat(AT_FDCWD, strPath.c_str(), times, 0)) << strPath;
+}
+
 mode_t modeOf(const std::string& strPath)
 {
     struct stat status = {};
@@ -405,23 +412,24 @@ TEST_F(MOXPreferencesLinuxTest, GivesAFileThatIsReadOrWrittenItsTime)
     EXPECT_EQ(ui32Time, pWritten->ui32Time);
 }
 
-TEST_F(MOXPreferencesLinuxTest, ShowsEveryReplacementHoweverQuick)
+TEST_F(MOXPreferencesLinuxTest, ShowsEveryReplacementOfOneLengthAndTime)
 {
-    Preferences writer("Test");
     Preferences reader("Test");
-    EXPECT_EQ("", load(writer));
     EXPECT_EQ("", load(reader, true));
-    for (int i = 0; i < 60; ++i)
+    setTime(path(), 5);
+    getText(reader, "a");
+    for (int i = 0; i < 40; ++i)
     {
-        // Of one length, and more than one of them between two looks: a number of a file that is gone may come again.
-        for (int iSave = 0; iSave <= i % 4; ++iSave)
+        // More than one of them between two looks: the number of a file that is gone may come again.
+        std::string strValue;
+        for (int iFile = 0; iFile <= i % 4; ++iFile)
         {
-            writer.setInt("a", 100000 + 10 * i + iSave);
-            EXPECT_TRUE(writer.save());
+            strValue = std::to_string(1000 + 10 * i + iFile);
+            write(path() + ".new", "<plist><dict><key>a</key><string>" + strValue + "</string></dict></plist>");
+            setTime(path() + ".new", 5);
+            fs::rename(path() + ".new", path());
         }
-        int32_t i32Value = 0;
-        EXPECT_EQ(Preferences::eDone, reader.getInt("a", i32Value));
-        EXPECT_EQ(100000 + 10 * i + i % 4, i32Value);
+        EXPECT_EQ(strValue, getText(reader, "a"));
     }
 }
 
@@ -434,8 +442,7 @@ TEST_F(MOXPreferencesLinuxTest, ShowsATimeThatDiffersInANanosecond)
     const long aiNanoseconds[3] = {5, 6, 5};
     for (int i = 0; i < 3; ++i)
     {
-        const timespec times[2] = {{1000000000, aiNanoseconds[i]}, {1000000000, aiNanoseconds[i]}};
-        ASSERT_EQ(0, ::utimensat(AT_FDCWD, path().c_str(), times, 0));
+        setTime(path(), aiNanoseconds[i]);
         EXPECT_TRUE(layer.getModificationTime("Test", k_ui32User, aui32Times[i]));
     }
     EXPECT_NE(aui32Times[0], aui32Times[1]);
