@@ -40,6 +40,9 @@ constexpr VerbRow k_aVerbs[] = {
      "  halvane-cli convert textures/*.png --out-dir built --ext mox --mips all --format bc3"},
     {"extract", "INPUT -o IMAGE [--level L] [--member M] [--face F]", "Save one surface of a texture as an ordinary image.",
      describeExtract, "  halvane-cli extract photo.mox -o level2.png --level 2"},
+    {"formats", "[--json]", "List the formats that textures are encoded to, a row each.", describeFormats,
+     "  halvane-cli formats\n"
+     "  halvane-cli formats --json | jq '.[] | select(.bitsPerPixel <= 2) | .name'"},
 };
 
 /// The words in lines of at most uiWidth characters.

@@ -21,5 +21,6 @@ using VerbRun = std::function<Outcome(COutputsInFlight&)>;
 VerbRun describeInfo(CLI::App& verb);
 VerbRun describeConvert(CLI::App& verb);
 VerbRun describeExtract(CLI::App& verb);
+VerbRun describeFormats(CLI::App& verb);
 
 } // namespace moxtexture
