@@ -11,5 +11,6 @@ void CLinkLabel::focusInEvent(QFocusEvent* pEvent)
 
 bool CLinkLabel::focusNextPrevChild(bool bNext)
 {
-    return QWidget::focusNextPrevChild(bNext);
+    // On purpose past QLabel, which would first look for another link.
+    return QWidget::focusNextPrevChild(bNext); // NOLINT(bugprone-parent-virtual-call)
 }

@@ -35,7 +35,7 @@ protected:
     {
         QImage image(iWidth, iHeight, QImage::Format_RGB32);
         image.fill(QColor(0, 0, 100));
-        const QString strPath = QString::fromStdString(m_Folder.path(strName));
+        QString strPath = QString::fromStdString(m_Folder.path(strName));
         EXPECT_TRUE(image.save(strPath));
         return strPath;
     }
