@@ -1,4 +1,4 @@
-#include <cstdlib>
+#include <iostream>
 
 #include <QtWidgets/QApplication>
 #include <gtest/gtest.h>
@@ -8,6 +8,13 @@
 /// A window system without a screen, and settings that are nobody's.
 int main(int iCount, char** apArguments)
 {
+    // The platform without a screen says at every window what it does not support.
+    qInstallMessageHandler(
+        [](QtMsgType, const QMessageLogContext&, const QString& strText)
+        {
+            if (!strText.startsWith("This plugin does not support"))
+                std::cerr << strText.toStdString() << '\n';
+        });
     const testsupport::CTemporaryFolder folder;
     qputenv("XDG_CONFIG_HOME", QByteArray::fromStdString(folder.path()));
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))

@@ -89,6 +89,17 @@ CDialogAnswers& CDialogAnswers::thenChoose(const QStringList& paths)
 
 void CDialogAnswers::timerEvent(QTimerEvent*)
 {
+    if (m_bAnswerPosted)
+        return;
+    m_bAnswerPosted = true;
+    // Not from here: an answer may bring the next dialog up, and a timer rests while its event is at work.
+    QMetaObject::invokeMethod(
+        this, [this] { answer(); }, Qt::QueuedConnection);
+}
+
+void CDialogAnswers::answer()
+{
+    m_bAnswerPosted = false;
     auto* pDialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
     if (pDialog == nullptr || !pDialog->isVisible() || pDialog->property(k_acSeen).toBool())
         return;
@@ -96,10 +107,10 @@ void CDialogAnswers::timerEvent(QTimerEvent*)
     m_aSeen.push_back(note(*pDialog));
     if (m_aAnswers.empty())
         return pDialog->reject();
-    const auto answer = std::move(m_aAnswers.front());
+    const auto nextAnswer = std::move(m_aAnswers.front());
     m_aAnswers.pop_front();
     const QPointer<QDialog> pLives(pDialog);
-    answer(*pDialog);
+    nextAnswer(*pDialog);
     if (!pLives.isNull() && !pLives->isVisible())
         pLives->setProperty(k_acSeen, false); // a dialog that is kept may come up again
 }

@@ -48,6 +48,9 @@ protected:
     void timerEvent(QTimerEvent* pEvent) override;
 
 private:
+    void answer();
+
+    bool m_bAnswerPosted = false;
     std::deque<std::function<void(QDialog&)>> m_aAnswers;
     std::vector<Seen> m_aSeen;
 };
