@@ -8,6 +8,7 @@ build=${1:-build-coverage}
 # A row a target: program, corpus below Tests/Fuzz/Corpus, then the sources that it is for.
 targets=(
     "NativeReaderFuzz NativeReader Library/Source/Files/NativeFile.cpp Library/Source/Files/LoadLimits.cpp"
+    "PreferencesFuzz Preferences Application/Common/PlistDocument.cpp Application/Common/Preferences.cpp"
 )
 
 log="build-coverage.log"

@@ -17,9 +17,9 @@ constexpr uint32_t k_ui32Key = fnv1("key");
 constexpr uint32_t k_ui32Array = fnv1("array");
 constexpr uint32_t k_ui32Dict = fnv1("dict");
 
-constexpr const char* k_strProlog = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-                                    "<!DOCTYPE plist PUBLIC \"-//Apple Computer//DTD PLIST 1.0//EN\" "
-                                    "\"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n";
+constexpr const char* k_strDeclaration = "xml version=\"1.0\" encoding=\"UTF-8\"";
+constexpr const char* k_strDocType = "DOCTYPE plist PUBLIC \"-//Apple Computer//DTD PLIST 1.0//EN\" "
+                                     "\"http://www.apple.com/DTDs/PropertyList-1.0.dtd\"";
 
 uint32_t hashName(const XMLElement& element)
 {
@@ -145,7 +145,8 @@ PlistDocument::~PlistDocument() = default;
 
 const std::string& PlistDocument::getTemplate()
 {
-    static const std::string strTemplate = std::string(k_strProlog) + "<plist version=\"1.0\">\n<dict>\n</dict>\n</plist>\n";
+    static const std::string strTemplate =
+        std::string("<?") + k_strDeclaration + "?>\n<!" + k_strDocType + ">\n<plist version=\"1.0\">\n<dict>\n</dict>\n</plist>\n";
     return strTemplate;
 }
 
@@ -160,12 +161,29 @@ bool PlistDocument::parse(const char* pcText, size_t uiSize, std::string& strErr
         strParseError = bParsed ? "" : m_pDocument->ErrorStr();
     }
     if (!bParsed)
-        static_cast<void>(m_pDocument->Parse(k_strProlog));
+        m_pDocument->Clear();
+    tidy();
     if (validate(strError))
         return true;
     if (!bParsed)
         strError += strParseError;
     return false;
+}
+
+/// Leaves one element and the comments round it, below the right first lines: a parser takes more than that, but not always again
+/// what was written of it.
+void PlistDocument::tidy()
+{
+    const tinyxml2::XMLNode* pRoot = m_pDocument->FirstChildElement();
+    for (tinyxml2::XMLNode* pNode = m_pDocument->FirstChild(); pNode != nullptr;)
+    {
+        tinyxml2::XMLNode* pNext = pNode->NextSibling();
+        if (pNode != pRoot && pNode->ToComment() == nullptr)
+            m_pDocument->DeleteChild(pNode);
+        pNode = pNext;
+    }
+    m_pDocument->InsertFirstChild(m_pDocument->NewUnknown(k_strDocType));
+    m_pDocument->InsertFirstChild(m_pDocument->NewDeclaration(k_strDeclaration));
 }
 
 bool PlistDocument::validate(std::string& strError)

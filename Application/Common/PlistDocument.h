@@ -77,6 +77,7 @@ public:
     bool setArray(const std::vector<std::string_view>& names, const std::vector<PlistScalar>& values);
 
 private:
+    void tidy();
     [[nodiscard]] bool validate(std::string& strError);
     [[nodiscard]] tinyxml2::XMLElement* getRoot() const;
     [[nodiscard]] tinyxml2::XMLElement& findOrMake(const std::vector<std::string_view>& names);

@@ -9,6 +9,10 @@
 namespace
 {
 
+constexpr const char* k_strFirstLines =
+    "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+    "<!DOCTYPE plist PUBLIC \"-//Apple Computer//DTD PLIST 1.0//EN\" \"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n";
+
 std::string textOf(const PlistDocument& document)
 {
     char* pText = nullptr;
@@ -19,6 +23,14 @@ std::string textOf(const PlistDocument& document)
     const std::string strText(pText, uiSize);
     std::free(pText);
     return strText;
+}
+
+/// Behind the first lines, which every list has.
+std::string bodyOf(const PlistDocument& document)
+{
+    const std::string strText = textOf(document);
+    EXPECT_EQ(0u, strText.find(k_strFirstLines)) << strText;
+    return strText.substr(std::string(k_strFirstLines).size());
 }
 
 struct Parsed
@@ -51,8 +63,8 @@ void expectEmptyList(const std::string& strText)
     EXPECT_EQ("", parsed.strError);
     EXPECT_FALSE(parsed.has("a"));
     // Whole and empty, as the next reader finds it.
-    const std::string strWritten = textOf(parsed.document);
-    EXPECT_NE(std::string::npos, strWritten.find("<plist version=\"1.0\">\n    <dict/>\n</plist>")) << strWritten;
+    const std::string strBody = bodyOf(parsed.document);
+    EXPECT_NE(std::string::npos, strBody.find("<plist version=\"1.0\">\n    <dict/>\n</plist>\n")) << strBody;
 }
 
 std::string nested(size_t uiLevels, const std::string& strInside)
@@ -67,10 +79,7 @@ std::string nested(size_t uiLevels, const std::string& strInside)
 
 TEST(PlistDocument, OfTheTemplateIsEmptyAndTakesItsForm)
 {
-    EXPECT_EQ("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-              "<!DOCTYPE plist PUBLIC \"-//Apple Computer//DTD PLIST 1.0//EN\" \"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n"
-              "<plist version=\"1.0\">\n<dict>\n</dict>\n</plist>\n",
-              PlistDocument::getTemplate());
+    EXPECT_EQ(std::string(k_strFirstLines) + "<plist version=\"1.0\">\n<dict>\n</dict>\n</plist>\n", PlistDocument::getTemplate());
     expectEmptyList(PlistDocument::getTemplate());
 }
 
@@ -78,7 +87,7 @@ TEST(PlistDocument, WithoutADictGetsOne)
 {
     const Parsed parsed("<plist/>");
     EXPECT_TRUE(parsed.bGood) << parsed.strError;
-    EXPECT_EQ("<plist>\n    <dict/>\n</plist>\n", textOf(parsed.document));
+    EXPECT_EQ("<plist>\n    <dict/>\n</plist>\n", bodyOf(parsed.document));
     expectEmptyList("<plist version=\"1.0\"></plist>");
 }
 
@@ -97,10 +106,13 @@ TEST(PlistDocument, ThatCannotBeParsedIsAnEmptyList)
     expectEmptyList("<?xml version=\"1.0\" encoding=\"UTF-8\"?>");
 }
 
-TEST(PlistDocument, KeepsDeclarationAndTypeOfAListThatWasRepaired)
+TEST(PlistDocument, DropsWhatStandsBesideTheListButComments)
 {
-    const Parsed parsed("<plist");
-    EXPECT_EQ(0u, textOf(parsed.document).find("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<!DOCTYPE plist PUBLIC "));
+    const Parsed parsed("text<!WRONG <?xml version=\"1.0\"?>more \"text\"<!-- note --><plist version=\"1.0\"><dict/></plist>"
+                        "<plist><dict><key>a</key><true/></dict></plist><!-- end -->");
+    EXPECT_TRUE(parsed.bGood) << parsed.strError;
+    EXPECT_FALSE(parsed.has("a"));
+    EXPECT_EQ("<!-- note -->\n<plist version=\"1.0\">\n    <dict/>\n</plist>\n<!-- end -->\n", bodyOf(parsed.document));
 }
 
 TEST(PlistDocument, WhoseFirstElementIsNoDictGetsOneBehindIt)
@@ -198,7 +210,7 @@ TEST(PlistDocument, TakesAnotherValueForADictThatAPathNeeds)
     EXPECT_TRUE(parsed.document.set({"Main", "State"}, {ePlistInteger, "7"}));
     EXPECT_EQ("<plist version=\"1.0\">\n    <dict>\n        <key>Main</key>\n        <dict>\n            <key>State</key>\n"
               "            <integer>7</integer>\n        </dict>\n    </dict>\n</plist>\n",
-              textOf(parsed.document));
+              bodyOf(parsed.document));
 }
 
 TEST(PlistDocument, DropsWhatWasInADictThatBecomesAText)
@@ -206,7 +218,7 @@ TEST(PlistDocument, DropsWhatWasInADictThatBecomesAText)
     Parsed parsed(plist("<dict><key>Main</key><dict><key>State</key><true/></dict></dict>"));
     EXPECT_TRUE(parsed.document.set({"Main"}, {ePlistString, "text"}));
     EXPECT_EQ("<plist version=\"1.0\">\n    <dict>\n        <key>Main</key>\n        <string>text</string>\n    </dict>\n</plist>\n",
-              textOf(parsed.document));
+              bodyOf(parsed.document));
 }
 
 TEST(PlistDocument, TellsWhetherAnythingChanged)
