@@ -24,7 +24,7 @@ QString askSaveName(QWidget* pParent, const SaveQuestion& question, const QStrin
     const QString strChosen = native.getSaveFileName(pParent, question.strTitle, question.strStart, question.strFilter, &strFilter);
     if (strChosen.isEmpty())
         return {};
-    const QString strPath = addFilterExtension(strChosen, strEnding.isEmpty() ? strFilter : "(*" + strEnding + ')');
+    QString strPath = addFilterExtension(strChosen, strEnding.isEmpty() ? strFilter : "(*" + strEnding + ')');
     if (strPath != strChosen && QFileInfo::exists(strPath) && !mayReplace(pParent, question.strTitle, strPath))
         return {};
     return strPath;

@@ -222,7 +222,7 @@ void CTexViewWindow::slotChangeViewMode(ETextureViewModes eMode)
         if (m_Mouse.bInside)
             updateMousePosition(m_Mouse.i32PixelX, m_Mouse.i32PixelY);
         else
-            updateMousePosition(toOffset(texture.getWidth() / 2), toOffset(texture.getHeight() / 2));
+            updateMousePosition(static_cast<int>(texture.getWidth() / 2), static_cast<int>(texture.getHeight() / 2));
     }
     redraw(m_bViewDirty);
 }
@@ -242,7 +242,7 @@ void CTexViewWindow::slotUpdateCurrentSurface(uint32_t ui32MIPLevel, uint32_t ui
     redraw(m_bViewDirty);
 }
 
-void CTexViewWindow::slotUpdateBGColour(QColor bgColour)
+void CTexViewWindow::slotUpdateBGColour(const QColor& bgColour)
 {
     m_View.bgColour = bgColour;
     redraw(m_bViewDirty);

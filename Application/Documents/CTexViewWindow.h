@@ -85,7 +85,7 @@ public slots:
     void slotChangeViewMode(ETextureViewModes eMode);
     void slotChangeColourMask(bool bRed, bool bGreen, bool bBlue, bool bAlpha);
     void slotUpdateCurrentSurface(uint32_t ui32MIPLevel, uint32_t ui32ArrayMember, uint32_t ui32Face);
-    void slotUpdateBGColour(QColor bgColour);
+    void slotUpdateBGColour(const QColor& bgColour);
     void slotUpdateGridSize(uint32_t ui32GridSize);
     void slotUpdateGridShown(bool bShowGrid);
     /// Takes effect at the next save.
