@@ -68,13 +68,14 @@ void drawCube(const CubeFaces& givenFaces, const TargetImage& target, ViewOffset
     const CFaceTexels texels(faces);
     const DrawRowFunction drawRow = getDrawRow(drawPixel);
 
-    constexpr uint32_t k_uiPieceSize = 512; // stays in the first cache with its texels
-    uint32_t aui32Faces[k_uiPieceSize];
-    uint32_t aui32Texels[k_uiPieceSize];
-    for (uint32_t y = 0; y < target.uiHeight; ++y)
-        for (uint32_t x = 0; x < target.uiWidth; x += k_uiPieceSize)
+    // Strips from top to bottom: where the view is turned, a row crosses the face's rows, and a strip's texels stay in the cache.
+    constexpr uint32_t k_uiStripSize = 256;
+    uint32_t aui32Faces[k_uiStripSize];
+    uint32_t aui32Texels[k_uiStripSize];
+    for (uint32_t x = 0; x < target.uiWidth; x += k_uiStripSize)
+        for (uint32_t y = 0; y < target.uiHeight; ++y)
         {
-            const uint32_t uiCount = std::min(target.uiWidth - x, k_uiPieceSize);
+            const uint32_t uiCount = std::min(target.uiWidth - x, k_uiStripSize);
             pickCubeRow(basis, static_cast<int32_t>(x), static_cast<int32_t>(y), faces.uiWidth, faces.uiHeight, aui32Faces, aui32Texels,
                         uiCount);
             uint8_t* pui8Piece = target.pui8Pixels + 4 * (size_t{y} * target.uiWidth + x);

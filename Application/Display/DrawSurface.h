@@ -18,8 +18,8 @@ void drawSingle(const SourceImage& source, const TargetImage& target, ViewOffset
 
 /// Draws the surface again and again in both directions.
 ///
-/// On purpose: coordinates are truncated towards 0 before they are wrapped, so at zooms above 1 the texels on both sides of
-/// offset 0 share the first texel's place and the one left of it shows one screen pixel less.
+/// On purpose: coordinates are truncated towards 0 before they are wrapped, so where place 0 lies, at zooms above 1, the first
+/// texel shows 2 * zoom - 1 screen pixels.
 void drawTiledReference(const SourceImage& source, const TargetImage& target, ViewOffset offset, float fZoom,
                         const CMOXDrawPixel& drawPixel, const PixelGrid* pGrid);
 void drawTiled(const SourceImage& source, const TargetImage& target, ViewOffset offset, float fZoom, const CMOXDrawPixel& drawPixel,

@@ -26,7 +26,8 @@ struct MousePick
     uint32_t uiCubeFace = 0;
 };
 
-/// The texel under a place on the picture, exactly the one that is drawn there.
+/// The texel under a place on the picture, exactly the one that is drawn there; in single mode at zooms below 1 also the one that
+/// would be, where the rest of the surface is too small for a screen pixel.
 ///
 /// @param x, y  from the picture's left upper corner in screen pixels (the label's frame taken off)
 /// @param previous  the view's last pick: what is not found anew stays

@@ -41,7 +41,7 @@ HWY_INLINE void pickPixels(D d, int32_t x, const RowConstants& row, uint32_t* pu
     const hn::RebindToSigned<D> dInt;
     const hn::RebindToUnsigned<D> dUnsigned;
     const auto zero = hn::Zero(d);
-    const auto step = hn::ConvertTo(d, hn::Iota(dInt, x));
+    const auto step = hn::ConvertTo(d, hn::Add(hn::Set(dInt, x), hn::Iota(dInt, 0)));
     const auto direction = [&](float fOrigin, float fRight, float fDown) HWY_ATTR
     { return hn::Add(hn::Add(hn::Set(d, fOrigin), hn::Mul(step, hn::Set(d, fRight))), hn::Set(d, fDown)); };
     const auto X = direction(row.basis.origin.fX, row.basis.du.fX, row.down.fX);
