@@ -39,7 +39,7 @@ protected:
     /// Makes a file, and tells of its opening.
     QString add(const std::string& strName)
     {
-        const QString strPath = QString::fromStdString(m_Folder.write(strName, std::string("x")));
+        QString strPath = QString::fromStdString(m_Folder.write(strName, std::string("x")));
         m_pRecent->addFile(strPath, {});
         return strPath;
     }
