@@ -25,7 +25,8 @@ enum EColumn
     eColumnName,
     eColumnType,
     eColumnColourSpace,
-    eColumnAPI
+    eColumnAPI,
+    eColumnCount
 };
 
 QString toText(std::string_view strText)
@@ -83,6 +84,8 @@ CFilterEncodeDialog::~CFilterEncodeDialog() = default;
 
 void CFilterEncodeDialog::fillLists()
 {
+    m_pForm->Table_FilteredFormats->setColumnCount(eColumnCount);
+    m_pForm->Table_FilteredFormats->setHorizontalHeaderLabels({"Name", "Type", "Colour Space", "API"});
     addTexts(m_pForm->Combo_API, k_aApiGroups);
     addTexts(m_pForm->Combo_BPP, k_aBitsPerPixel);
     addTexts(m_pForm->Combo_ColourSpace, std::array{getColourSpaceName(eCS_Linear, true), getColourSpaceName(eCS_sRGB, true)});
