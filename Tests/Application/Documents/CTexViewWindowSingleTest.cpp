@@ -191,7 +191,7 @@ TEST_F(SavingAView, AnUnmodifiedTextureIsWrittenAsItIsStored)
     open(path("a.mox"));
     EXPECT_EQ(1, m_pView->save());
     EXPECT_TRUE(m_Answers.seen().empty());
-    EXPECT_EQ(twelveOf(5), bytesOf(CMOXTexture(path("a.mox"))));
+    EXPECT_EQ(twelveOf(5), dataOf(CMOXTexture(path("a.mox"))));
     EXPECT_FALSE(m_pView->wroteNothing());
     expectState(path("a.mox"), false, 0, eDocumentFile);
 }
@@ -207,7 +207,7 @@ TEST_F(SavingAView, AModifiedTextureIsEncodedAnewAfterAQuestion)
 
     const CMOXTexture saved(path("a.mox"));
     EXPECT_EQ(layout("bgr", 8, 8, 8), saved.getPixelFormat());
-    EXPECT_EQ(twelveOf(9), bytesOf(saved));
+    EXPECT_EQ(twelveOf(9), dataOf(saved));
     EXPECT_FALSE(m_pView->canUndo());
     EXPECT_FALSE(m_pView->canRedo());
     expectState(path("a.mox"), false, 0, eDocumentFile);
@@ -222,7 +222,7 @@ TEST_F(SavingAView, WithoutAYesNothingIsEncodedOrWritten)
     EXPECT_EQ(-1, m_pView->save());
     EXPECT_EQ(2u, m_Answers.seen().size());
     EXPECT_EQ(0u, m_Folder.count());
-    EXPECT_EQ(twelveOf(5), bytesOf(m_pView->getStoredTexture()));
+    EXPECT_EQ(twelveOf(5), dataOf(m_pView->getStoredTexture()));
     EXPECT_TRUE(m_pView->canUndo());
     expectState(path("a.mox"), true, 1, eDocumentFile);
 }
@@ -309,7 +309,7 @@ TEST_F(SavingAView, SaveAsTakesTheNameOverAndMakesAFileOfIt)
     open("New Texture 1", eDocumentNew);
     thenChoose(path("b.mox"));
     EXPECT_EQ(1, m_pView->saveAs(false, 2));
-    EXPECT_EQ(twelveOf(5), bytesOf(CMOXTexture(path("b.mox"))));
+    EXPECT_EQ(twelveOf(5), dataOf(CMOXTexture(path("b.mox"))));
     expectState(path("b.mox"), false, 0, eDocumentFile);
     EXPECT_EQ("b.mox", m_pView->getViewTitle());
     EXPECT_TRUE(m_pView->close());
@@ -322,7 +322,7 @@ TEST_F(SavingAView, ANameWithoutAPointGetsTheFiltersExtension)
     thenChoose(path("b"));
     EXPECT_EQ(1, m_pView->saveAs(false, 2));
     expectState(path("b.mox"), false, 0, eDocumentFile);
-    EXPECT_EQ(twelveOf(5), bytesOf(CMOXTexture(path("b.mox"))));
+    EXPECT_EQ(twelveOf(5), dataOf(CMOXTexture(path("b.mox"))));
 }
 
 TEST_F(SavingAView, AnExistingFileOfTheCompletedNameIsAskedAbout)
@@ -337,7 +337,7 @@ TEST_F(SavingAView, AnExistingFileOfTheCompletedNameIsAskedAbout)
 
     thenChoose(path("b")).thenPress(QMessageBox::Yes);
     EXPECT_EQ(1, m_pView->saveAs(false, 2));
-    EXPECT_EQ(twelveOf(5), bytesOf(CMOXTexture(path("b.mox"))));
+    EXPECT_EQ(twelveOf(5), dataOf(CMOXTexture(path("b.mox"))));
 }
 
 TEST_F(SavingAView, SaveAsEncodesAModifiedTextureAnewAfterAQuestion)
@@ -352,7 +352,7 @@ TEST_F(SavingAView, SaveAsEncodesAModifiedTextureAnewAfterAQuestion)
 
     thenChoose(path("b.mox")).thenPress(QMessageBox::Yes);
     EXPECT_EQ(1, m_pView->saveAs(false, 2));
-    EXPECT_EQ(twelveOf(9), bytesOf(CMOXTexture(path("b.mox"))));
+    EXPECT_EQ(twelveOf(9), dataOf(CMOXTexture(path("b.mox"))));
     EXPECT_FALSE(m_pView->canUndo());
     expectState(path("b.mox"), false, 0, eDocumentFile);
 }
@@ -551,7 +551,7 @@ TEST_F(SavingAView, YesAtClosingSaves)
     open(path("a.mox"), eDocumentEncoded);
     m_Answers.thenPress(QMessageBox::Yes);
     EXPECT_TRUE(m_pView->close());
-    EXPECT_EQ(twelveOf(5), bytesOf(CMOXTexture(path("a.mox"))));
+    EXPECT_EQ(twelveOf(5), dataOf(CMOXTexture(path("a.mox"))));
 }
 
 TEST_F(SavingAView, YesAtClosingWithAnUnknownExtensionAsksForAName)
@@ -566,7 +566,7 @@ TEST_F(SavingAView, YesAtClosingWithAnUnknownExtensionAsksForAName)
     m_Answers.thenPress(QMessageBox::Yes);
     thenChoose(path("b.mox")).thenPress(QMessageBox::Yes);
     EXPECT_TRUE(m_pView->close());
-    EXPECT_EQ(twelveOf(9), bytesOf(CMOXTexture(path("b.mox"))));
+    EXPECT_EQ(twelveOf(9), dataOf(CMOXTexture(path("b.mox"))));
 }
 
 TEST_F(SavingAView, ADeclinedEncodingKeepsTheWindowOpen)

@@ -4,6 +4,7 @@
 #include <cstring>
 #include <vector>
 
+#include "Support/NativeLoading.h"
 #include "Texture/CMOXTexture.h"
 
 namespace testsupport
@@ -32,12 +33,6 @@ inline moxtexture::CMOXTexture makeFloats(const std::vector<float>& values)
 inline void fill(moxtexture::CMOXTexture& texture, uint8_t uiByte)
 {
     std::memset(texture.getDataPtr(), uiByte, texture.getBlockSize());
-}
-
-inline std::vector<uint8_t> bytesOf(const moxtexture::CMOXTexture& texture)
-{
-    const uint8_t* pData = texture.getDataPtr();
-    return pData == nullptr ? std::vector<uint8_t>() : std::vector<uint8_t>(pData, pData + texture.getBlockSize());
 }
 
 } // namespace testsupport

@@ -50,7 +50,7 @@ TEST_F(LoadToSurface, AnImageOfTheSizeReplacesTheSurface)
 {
     CMOXTexture working = makeBytes(2, 1);
     ASSERT_TRUE(loadIntoSurface(working, 0, 0, 0, makeImage(), leaveAlone));
-    EXPECT_EQ((std::vector<uint8_t>{255, 0, 0, 255, 0, 255, 0, 128}), bytesOf(working));
+    EXPECT_EQ((std::vector<uint8_t>{255, 0, 0, 255, 0, 255, 0, 128}), dataOf(working));
 }
 
 TEST_F(LoadToSurface, OnlyTheSurfaceToldChanges)
@@ -60,11 +60,11 @@ TEST_F(LoadToSurface, OnlyTheSurfaceToldChanges)
     ASSERT_TRUE(loadIntoSurface(working, 1, 1, 2, makeImage(), leaveAlone));
 
     // 6 surfaces of 32 bytes, then 6 of 8: the last of them.
-    std::vector<uint8_t> expected = bytesOf(before);
+    std::vector<uint8_t> expected = dataOf(before);
     const std::vector<uint8_t> picture = {255, 0, 0, 255, 0, 255, 0, 128};
     ASSERT_EQ(6u * 32 + 6 * 8, expected.size());
     std::copy(picture.begin(), picture.end(), expected.end() - 8);
-    EXPECT_EQ(expected, bytesOf(working));
+    EXPECT_EQ(expected, dataOf(working));
 }
 
 TEST_F(LoadToSurface, TheReferenceIsATextureOfThatOneSurface)
@@ -96,7 +96,7 @@ TEST_F(LoadToSurface, WhatTheConformingMadeIsTaken)
                                     fill(texture, 77);
                                     return true;
                                 }));
-    EXPECT_EQ(std::vector<uint8_t>(36, 77), bytesOf(working));
+    EXPECT_EQ(std::vector<uint8_t>(36, 77), dataOf(working));
 }
 
 TEST_F(LoadToSurface, OtherLayoutsComeInTheWorkingTexturesOwn)
@@ -106,11 +106,11 @@ TEST_F(LoadToSurface, OtherLayoutsComeInTheWorkingTexturesOwn)
         CMOXTexture(CMOXTextureHeader(layout("bgr", 8, 8, 8), 1, 1, 1, 1, 1, 1, eCS_Linear, eCT_UnsignedNormalisedByte, false), aui8Blue));
     CMOXTexture bytes = makeBytes(1, 1);
     ASSERT_TRUE(loadIntoSurface(bytes, 0, 0, 0, strPath, leaveAlone));
-    EXPECT_EQ((std::vector<uint8_t>{0, 0, 255, 255}), bytesOf(bytes));
+    EXPECT_EQ((std::vector<uint8_t>{0, 0, 255, 255}), dataOf(bytes));
 
     CMOXTexture floats = makeFloats({5.0f, 5.0f, 5.0f, 5.0f});
     ASSERT_TRUE(loadIntoSurface(floats, 0, 0, 0, strPath, leaveAlone));
-    EXPECT_EQ(bytesOf(makeFloats({0.0f, 0.0f, 1.0f, 1.0f})), bytesOf(floats));
+    EXPECT_EQ(dataOf(makeFloats({0.0f, 0.0f, 1.0f, 1.0f})), dataOf(floats));
 }
 
 TEST_F(LoadToSurface, AMirroredFileComesUpright)
@@ -120,14 +120,14 @@ TEST_F(LoadToSurface, AMirroredFileComesUpright)
     CMOXTexture working = makeBytes(1, 2, 99);
     ASSERT_TRUE(loadIntoSurface(working, 0, 0, 0, save(mirrored), leaveAlone));
     // Bytes 0, 7, 14, 21 of the upper pixel and 28 to 49 of the lower one, the other way round.
-    EXPECT_EQ((std::vector<uint8_t>{28, 35, 42, 49, 0, 7, 14, 21}), bytesOf(working));
+    EXPECT_EQ((std::vector<uint8_t>{28, 35, 42, 49, 0, 7, 14, 21}), dataOf(working));
 }
 
 TEST_F(LoadToSurface, TheFirstSurfaceOfTheFileIsTaken)
 {
     CMOXTexture working = makeBytes(2, 1, 99);
     ASSERT_TRUE(loadIntoSurface(working, 0, 0, 0, save(makeBytes(2, 1, 3, 1, 2, 2)), leaveAlone));
-    EXPECT_EQ(bytesOf(makeBytes(2, 1, 3)), bytesOf(working));
+    EXPECT_EQ(dataOf(makeBytes(2, 1, 3)), dataOf(working));
 }
 
 TEST_F(LoadToSurface, WhatCannotBeLoadedChangesNothingAndAsksNothing)
@@ -141,7 +141,7 @@ TEST_F(LoadToSurface, WhatCannotBeLoadedChangesNothingAndAsksNothing)
     EXPECT_FALSE(loadIntoSurface(working, 0, 0, 0, "", ask));
     EXPECT_FALSE(loadIntoSurface(working, 1, 0, 0, makeImage(), ask)) << "no such level";
     EXPECT_FALSE(bAsked);
-    EXPECT_EQ(bytesOf(before), bytesOf(working));
+    EXPECT_EQ(dataOf(before), dataOf(working));
 }
 
 TEST_F(LoadToSurface, ADeclinedConformingChangesNothing)
@@ -149,7 +149,7 @@ TEST_F(LoadToSurface, ADeclinedConformingChangesNothing)
     const CMOXTexture before = makeBytes(2, 1);
     CMOXTexture working = before;
     EXPECT_FALSE(loadIntoSurface(working, 0, 0, 0, makeImage(), [](const CMOXTextureHeader&, CMOXTexture&) { return false; }));
-    EXPECT_EQ(bytesOf(before), bytesOf(working));
+    EXPECT_EQ(dataOf(before), dataOf(working));
 }
 
 TEST_F(LoadToSurface, AConformingToOtherSizesOrLayoutsChangesNothing)
@@ -165,5 +165,5 @@ TEST_F(LoadToSurface, AConformingToOtherSizesOrLayoutsChangesNothing)
             return true;
         }))
         << "of 64 bytes, too, but floats";
-    EXPECT_EQ(bytesOf(before), bytesOf(working));
+    EXPECT_EQ(dataOf(before), dataOf(working));
 }

@@ -139,8 +139,8 @@ TEST(TextureDocument, AnEditCountsAndShows)
     EXPECT_TRUE(document.isModified());
     EXPECT_TRUE(document.canUndo());
     EXPECT_FALSE(document.canRedo());
-    EXPECT_EQ(sixteenOf(9), bytesOf(document.getDisplay()));
-    EXPECT_EQ(bytesOf(makeBytes(2, 2, 1)), bytesOf(document.getStored()));
+    EXPECT_EQ(sixteenOf(9), dataOf(document.getDisplay()));
+    EXPECT_EQ(dataOf(makeBytes(2, 2, 1)), dataOf(document.getStored()));
 }
 
 TEST(TextureDocument, UndoAndRedoExchangeTheTwoStates)
@@ -149,16 +149,16 @@ TEST(TextureDocument, UndoAndRedoExchangeTheTwoStates)
     edit(document, 9);
 
     EXPECT_TRUE(document.undo());
-    EXPECT_EQ(bytesOf(makeBytes(2, 2, 1)), bytesOf(document.getWorking()));
-    EXPECT_EQ(bytesOf(makeBytes(2, 2, 1)), bytesOf(document.getDisplay()));
+    EXPECT_EQ(dataOf(makeBytes(2, 2, 1)), dataOf(document.getWorking()));
+    EXPECT_EQ(dataOf(makeBytes(2, 2, 1)), dataOf(document.getDisplay()));
     EXPECT_EQ(0, document.getChangeCount());
     EXPECT_FALSE(document.isModified());
     EXPECT_FALSE(document.canUndo());
     EXPECT_TRUE(document.canRedo());
 
     EXPECT_TRUE(document.redo());
-    EXPECT_EQ(sixteenOf(9), bytesOf(document.getWorking()));
-    EXPECT_EQ(sixteenOf(9), bytesOf(document.getDisplay()));
+    EXPECT_EQ(sixteenOf(9), dataOf(document.getWorking()));
+    EXPECT_EQ(sixteenOf(9), dataOf(document.getDisplay()));
     EXPECT_EQ(1, document.getChangeCount());
     EXPECT_TRUE(document.isModified());
     EXPECT_TRUE(document.canUndo());
@@ -174,9 +174,9 @@ TEST(TextureDocument, UndoBringsBackAnotherSize)
     EXPECT_EQ(5u, document.getDisplay().getWidth());
     document.undo();
     EXPECT_EQ(2u, document.getDisplay().getWidth());
-    EXPECT_EQ(bytesOf(makeBytes(2, 2, 1)), bytesOf(document.getDisplay()));
+    EXPECT_EQ(dataOf(makeBytes(2, 2, 1)), dataOf(document.getDisplay()));
     document.redo();
-    EXPECT_EQ(bytesOf(makeBytes(5, 3, 2)), bytesOf(document.getDisplay()));
+    EXPECT_EQ(dataOf(makeBytes(5, 3, 2)), dataOf(document.getDisplay()));
 }
 
 TEST(TextureDocument, TwoEditsLoseTheOlderStateAndKeepACountAfterTheOneUndo)
@@ -186,7 +186,7 @@ TEST(TextureDocument, TwoEditsLoseTheOlderStateAndKeepACountAfterTheOneUndo)
     edit(document, 10);
     EXPECT_EQ(2, document.getChangeCount());
     EXPECT_TRUE(document.undo());
-    EXPECT_EQ(sixteenOf(9), bytesOf(document.getWorking()));
+    EXPECT_EQ(sixteenOf(9), dataOf(document.getWorking()));
     EXPECT_FALSE(document.canUndo());
     EXPECT_FALSE(document.undo());
     EXPECT_EQ(1, document.getChangeCount());
@@ -202,7 +202,7 @@ TEST(TextureDocument, AnEditAfterAnUndoEndsTheRedo)
     EXPECT_FALSE(document.canRedo());
     EXPECT_FALSE(document.redo());
     EXPECT_TRUE(document.undo());
-    EXPECT_EQ(bytesOf(makeBytes(2, 2, 1)), bytesOf(document.getWorking()));
+    EXPECT_EQ(dataOf(makeBytes(2, 2, 1)), dataOf(document.getWorking()));
 }
 
 TEST(TextureDocument, AnEditThatWasBegunOnlyLeavesAnUndoToTheSameTexture)
@@ -213,7 +213,7 @@ TEST(TextureDocument, AnEditThatWasBegunOnlyLeavesAnUndoToTheSameTexture)
     EXPECT_FALSE(document.isModified());
     EXPECT_EQ(0, document.getChangeCount());
     EXPECT_TRUE(document.undo());
-    EXPECT_EQ(bytesOf(makeBytes(2, 2, 1)), bytesOf(document.getWorking()));
+    EXPECT_EQ(dataOf(makeBytes(2, 2, 1)), dataOf(document.getWorking()));
     EXPECT_EQ(0, document.getChangeCount());
     EXPECT_FALSE(document.isModified());
 }
@@ -245,7 +245,7 @@ TEST(TextureDocument, FloatsAreShownAsBytes)
     CTextureDocument document(CMOXTexture(), makeFloats({0.0f, 1.0f, 2.0f, 1.0f, -1.0f, 0.0f, 1.0f, 0.0f}), eDocumentFile);
     ASSERT_TRUE(document.rebuildDisplay());
     EXPECT_EQ(k_RGBA8, document.getDisplay().getPixelFormat());
-    EXPECT_EQ((std::vector<uint8_t>{0, 255, 255, 255, 0, 0, 255, 0}), bytesOf(document.getDisplay()));
+    EXPECT_EQ((std::vector<uint8_t>{0, 255, 255, 255, 0, 0, 255, 0}), dataOf(document.getDisplay()));
     EXPECT_EQ(k_RGBA32, document.getWorking().getPixelFormat());
 }
 
@@ -256,7 +256,7 @@ TEST(TextureDocument, BytesOfAnyTypeAndSpaceAreShownAsTheyAre)
     working.setColourSpace(eCS_sRGB);
     CTextureDocument document(CMOXTexture(), std::move(working), eDocumentFile);
     ASSERT_TRUE(document.rebuildDisplay());
-    EXPECT_EQ(bytesOf(makeBytes(2, 2, 100)), bytesOf(document.getDisplay()));
+    EXPECT_EQ(dataOf(makeBytes(2, 2, 100)), dataOf(document.getDisplay()));
 }
 
 TEST(TextureDocument, WhatCannotBeConvertedLeavesNothingToShow)
@@ -279,8 +279,8 @@ TEST(TextureDocument, EncodingTakesTheStoredFormatTypeAndSpaceAndEndsTheUndo)
 
     EXPECT_TRUE(document.encodeStored());
     EXPECT_EQ(header.getEncoding(), document.getStored().getEncoding());
-    EXPECT_EQ((std::vector<uint8_t>{0, 0, 255}), bytesOf(document.getStored()));
-    EXPECT_EQ(pixel, bytesOf(document.getWorking()));
+    EXPECT_EQ((std::vector<uint8_t>{0, 0, 255}), dataOf(document.getStored()));
+    EXPECT_EQ(pixel, dataOf(document.getWorking()));
     EXPECT_FALSE(document.canUndo());
     EXPECT_FALSE(document.canRedo());
     EXPECT_FALSE(document.undo());
@@ -298,10 +298,10 @@ TEST(TextureDocument, AFailedEncodingLeavesTheDocumentWithItsUndo)
     edit(document, 9);
     EXPECT_FALSE(document.encodeStored());
     EXPECT_EQ(MOXPixelWord(ePF_BC7), document.getStored().getPixelFormat());
-    EXPECT_EQ(sixteenOf(9), bytesOf(document.getWorking()));
+    EXPECT_EQ(sixteenOf(9), dataOf(document.getWorking()));
     EXPECT_TRUE(document.isModified());
     EXPECT_TRUE(document.undo());
-    EXPECT_EQ(bytesOf(makeBytes(2, 2, 1)), bytesOf(document.getWorking()));
+    EXPECT_EQ(dataOf(makeBytes(2, 2, 1)), dataOf(document.getWorking()));
 }
 
 TEST(TextureDocument, WritesTheStoredTextureUnderAnyName)
@@ -311,7 +311,7 @@ TEST(TextureDocument, WritesTheStoredTextureUnderAnyName)
     const std::string strPath = folder.path("Sm\xC3\xB8rrebr\xC3\xB8"
                                             "d \xE6\x97\xA5.mox");
     ASSERT_TRUE(document.write(strPath, 0));
-    EXPECT_EQ(bytesOf(makeBytes(2, 2, 50)), bytesOf(CMOXTexture(strPath)));
+    EXPECT_EQ(dataOf(makeBytes(2, 2, 50)), dataOf(CMOXTexture(strPath)));
     EXPECT_EQ(1u, folder.count());
 }
 
@@ -328,7 +328,7 @@ TEST(TextureDocument, PaddingGoesIntoBothTexturesAndAgainLeavesOne)
         EXPECT_EQ(8u, paddingOf(document.getWorking()));
         EXPECT_EQ(20u, document.getStored().getMetaDataSize());
         EXPECT_EQ(52u + 20 + 16, readBytes(strPath).size());
-        EXPECT_EQ(bytesOf(makeBytes(2, 2, 1)), bytesOf(CMOXTexture(strPath)));
+        EXPECT_EQ(dataOf(makeBytes(2, 2, 1)), dataOf(CMOXTexture(strPath)));
     }
 }
 
@@ -439,7 +439,7 @@ TEST(TextureDocument, WithoutMemoryToEncodeTheStoredTextureStays)
     CTextureDocument document(makeBytes(2, 2, 50), makeLarge(), eDocumentFile);
     const CMemoryLimit limit;
     EXPECT_FALSE(document.encodeStored());
-    EXPECT_EQ(bytesOf(makeBytes(2, 2, 50)), bytesOf(document.getStored()));
+    EXPECT_EQ(dataOf(makeBytes(2, 2, 50)), dataOf(document.getStored()));
 }
 
 #endif
