@@ -187,32 +187,32 @@ TEST(ConformPrompts, SayNothingWhileSilent)
     EXPECT_TRUE(answers.seen().empty());
 }
 
-TEST(ConformPrompts, TellOfAFailedResize)
+// No codec's blocks can be resized or given levels.
+TEST(ConformPrompts, TellOfAStepThatFailsAndEndThere)
 {
-    CDialogAnswers answers;
-    answers.thenPress(QMessageBox::Ok).thenPress(QMessageBox::Ok);
-    CMOXTexture compressed{makeHeader(4, 1, 1, 1, moxtexture::ePF_BC1)};
-    EXPECT_FALSE(conform(makeHeader(8, 2, 2, 1), compressed));
-    ASSERT_EQ(2u, answers.seen().size());
-    const CDialogAnswers::Seen& seen = answers.seen()[1];
-    EXPECT_EQ("Resize Error", seen.strTitle);
-    EXPECT_EQ("Unable to resize the given texture.\n\nIf this problem persists, please contact Bluedesk for further support.",
-              seen.strText);
-    EXPECT_EQ(QMessageBox::Critical, seen.eIcon);
-}
-
-TEST(ConformPrompts, TellOfFailedMIPMaps)
-{
-    CDialogAnswers answers;
-    answers.thenPress(QMessageBox::Ok).thenPress(QMessageBox::Ok);
-    CMOXTexture compressed{makeHeader(4, 1, 1, 1, moxtexture::ePF_BC1)};
-    EXPECT_FALSE(conform(makeHeader(4, 2, 2, 1), compressed));
-    ASSERT_EQ(2u, answers.seen().size());
-    const CDialogAnswers::Seen& seen = answers.seen()[1];
-    EXPECT_EQ("MIP Mapping Error", seen.strTitle);
-    EXPECT_EQ("Unable to produce MIP Maps for the given texture.\nIf this problem persists, please contact Bluedesk for further support.",
-              seen.strText);
-    EXPECT_EQ(QMessageBox::Critical, seen.eIcon);
+    struct Row
+    {
+        CMOXTextureHeader reference;
+        const char* strTitle;
+        const char* strText;
+    };
+    const Row aRows[] = {
+        {makeHeader(8, 2, 2, 1), "Resize Error",
+         "Unable to resize the given texture.\n\nIf this problem persists, please contact Bluedesk for further support."},
+        {makeHeader(4, 2, 2, 1), "MIP Mapping Error",
+         "Unable to produce MIP Maps for the given texture.\nIf this problem persists, please contact Bluedesk for further support."},
+    };
+    for (const Row& row : aRows)
+    {
+        CDialogAnswers answers;
+        answers.thenPress(QMessageBox::Ok).thenPress(QMessageBox::Ok);
+        CMOXTexture compressed{makeHeader(4, 1, 1, 1, moxtexture::ePF_BC1)};
+        EXPECT_FALSE(conform(row.reference, compressed));
+        ASSERT_EQ(2u, answers.seen().size());
+        EXPECT_EQ(row.strTitle, answers.seen()[1].strTitle);
+        EXPECT_EQ(row.strText, answers.seen()[1].strText);
+        EXPECT_EQ(QMessageBox::Critical, answers.seen()[1].eIcon);
+    }
 }
 
 TEST(ConformPrompts, HaveNoMessageForSurfacesThatCannotBeCopied)
