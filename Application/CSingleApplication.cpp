@@ -1,4 +1,4 @@
-#include "CSingleApplication.h"
+#include "Application/CSingleApplication.h"
 
 #include <QtCore/QDebug>
 #include <QtGui/QFileOpenEvent>

@@ -1,4 +1,4 @@
-#include "StartUpArguments.h"
+#include "Application/StartUpArguments.h"
 
 OpenRequest readStartUpArguments(const QStringList& arguments)
 {

@@ -1,14 +1,14 @@
 #include <QtGui/QIcon>
 #include <unistd.h>
 
-#include "CSingleApplication.h"
+#include "Application/CSingleApplication.h"
+#include "Application/StartUpArguments.h"
 #include "Core/PrivateTemporaryFolder.h"
 #include "Core/SignalWatcher.h"
 #include "Core/Utf8Locale.h"
 #include "MainWindow/CMainWindow.h"
 #include "MainWindow/ProductVersion.h"
 #include "Resources/Resources.h"
-#include "StartUpArguments.h"
 
 namespace
 {

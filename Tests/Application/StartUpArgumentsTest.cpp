@@ -1,4 +1,4 @@
-#include "StartUpArguments.h"
+#include "Application/StartUpArguments.h"
 
 #include <gtest/gtest.h>
 
