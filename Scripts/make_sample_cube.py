@@ -38,7 +38,7 @@ def colour(direction):
     sky = mix((206, 222, 232), (64, 118, 188), y * 1.6)
     towards = x * SUN[0] + y * SUN[1] + z * SUN[2]
     glow = max(towards - 0.8, 0.0) ** 2 * 12
-    return mix(sky, (255, 236, 190), max(glow, (towards - 0.9925) * 900))
+    return mix(sky, (255, 236, 190), max(glow, (towards - 0.998) * 3000))
 
 
 def main():
