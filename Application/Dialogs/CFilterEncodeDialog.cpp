@@ -77,7 +77,11 @@ CFilterEncodeDialog::CFilterEncodeDialog(const CMOXTextureHeader& header, QWidge
     loadSettings();
     m_pForm->Table_FilteredFormats->selectRow(0);
     slotErrorCheck();
-    m_pForm->Butt_Encode->setFocus();
+    // With nothing to encode to yet, the way on is to choose a group.
+    if (m_bInvalid)
+        m_pForm->Combo_API->setFocus();
+    else
+        m_pForm->Butt_Encode->setFocus();
 }
 
 CFilterEncodeDialog::~CFilterEncodeDialog() = default;

@@ -166,6 +166,16 @@ TEST(EncodeDialog, OnItsFirstStartOffersNothingUntilAGroupIsChosen)
     EXPECT_TRUE(dialog.encodeButton().isEnabled());
 }
 
+TEST(EncodeDialog, OnItsFirstStartIsReadyForTheKeyboard)
+{
+    CDialog dialog;
+    dialog.show();
+    EXPECT_EQ(&dialog.box("Combo_API"), dialog.focusWidget());
+    QTest::keyClick(dialog.focusWidget(), Qt::Key_Down);
+    EXPECT_EQ("OpenGL ES 1", dialog.box("Combo_API").currentText().toStdString());
+    EXPECT_EQ(14, dialog.table().rowCount());
+}
+
 TEST(EncodeDialog, HasItsTitleTextsAndBuddies)
 {
     const CDialog dialog;
