@@ -97,13 +97,10 @@ CMainWindow::~CMainWindow()
 {
     // The widgets go last, and tell of it; by then nothing here is left to listen, nor are there settings for the views.
     disconnect(m_pForm->MdiArea, nullptr, this, nullptr);
-    const QList<QMdiSubWindow*> windows = m_pForm->MdiArea->subWindowList();
-    for (QMdiSubWindow* pSubWindow : windows)
-    {
-        if (CTexViewWindow* pView = getView(pSubWindow))
-            disconnect(pView, nullptr, this, nullptr);
-        delete pSubWindow;
-    }
+    // Among the children are also those that were closed and wait for their end.
+    for (CTexViewWindow* pView : findChildren<CTexViewWindow*>())
+        disconnect(pView, nullptr, this, nullptr);
+    qDeleteAll(m_pForm->MdiArea->findChildren<QMdiSubWindow*>());
     delete m_pAboutBox;
     storeLayout();
 }

@@ -1,0 +1,282 @@
+#include <QtWidgets/QCheckBox>
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QMessageBox>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QTableWidget>
+
+#include "Application/MainWindow/MainWindowFixture.h"
+
+using namespace moxtexture;
+using testsupport::CDialogAnswers;
+using testsupport::dataOf;
+using testsupport::makeBytes;
+
+namespace
+{
+
+class CMainWindowEncodeTest : public MainWindowTest
+{
+protected:
+    /// Chooses a format of an API in the encode dialog and accepts it.
+    static std::function<void(QDialog&)> choose(const std::string& strFormat, bool bMIPMaps = false,
+                                                const QString& strApi = "DirectX 11 (11_1)")
+    {
+        return [=](QDialog& dialog)
+        {
+            dialog.findChild<QComboBox*>("Combo_API")->setCurrentText(strApi);
+            dialog.findChild<QCheckBox*>("Check_MIPMap")->setChecked(bMIPMaps);
+            auto* pTable = dialog.findChild<QTableWidget*>("Table_FilteredFormats");
+            for (int i = 0; i < pTable->rowCount(); ++i)
+                if (pTable->item(i, 0)->text().toStdString() == strFormat)
+                {
+                    pTable->setCurrentCell(i, 0);
+                    return dialog.findChild<QPushButton*>("Butt_Encode")->click();
+                }
+            ADD_FAILURE() << "no row " << strFormat;
+            dialog.reject();
+        };
+    }
+
+    CTexViewWindowSingle& encode(const std::string& strFormat, bool bMIPMaps = false)
+    {
+        const int iCount = windowCount();
+        CDialogAnswers answers;
+        answers.thenDo(choose(strFormat, bMIPMaps));
+        action("Act_Encode").trigger();
+        EXPECT_EQ(1u, answers.seen().size());
+        EXPECT_EQ(iCount + 1, windowCount());
+        return *lastView();
+    }
+
+    static QMdiSubWindow* subWindowOf(const CTexViewWindowSingle& view) { return qobject_cast<QMdiSubWindow*>(view.parentWidget()); }
+};
+
+TEST_F(CMainWindowEncodeTest, OpensTheResultInAWindowOfItsOwn)
+{
+    const std::string strPath = png("photo.png", 8, 8, QColor(255, 0, 0));
+    CTexViewWindowSingle& source = openView(strPath);
+    CTexViewWindowSingle& encoded = encode("BC1");
+    EXPECT_EQ(strPath + " (Encoded:BC1)", subWindowOf(encoded)->objectName().toStdString());
+    EXPECT_EQ("photo.png (Encoded:BC1) *", subWindowOf(encoded)->windowTitle().toStdString());
+    EXPECT_EQ(subWindowOf(encoded), area().currentSubWindow());
+    EXPECT_EQ(uint32_t{eDocumentEncoded}, encoded.getSourceKind());
+    EXPECT_EQ(subWindowOf(source), encoded.getEncodedFrom());
+    EXPECT_EQ(MOXPixelWord(ePF_BC1), encoded.getStoredTexture().getPixelFormat());
+    EXPECT_EQ(k_RGBA8, encoded.getWorkingTexture().getPixelFormat());
+    EXPECT_EQ(dataOf(source.getWorkingTexture()), dataOf(encoded.getWorkingTexture())); // one colour that BC1 can say
+    EXPECT_EQ(1u, encoded.getStoredTexture().getNumMIPLevels());
+}
+
+TEST_F(CMainWindowEncodeTest, MakesMIPMapsIfAsked)
+{
+    openView(png("photo.png", 8, 8));
+    EXPECT_EQ(4u, encode("BC1", true).getStoredTexture().getNumMIPLevels());
+}
+
+TEST_F(CMainWindowEncodeTest, NamesTheResultAfterTheModifiedSource)
+{
+    const std::string strPath = mox("a.mox", makeBytes(4, 4));
+    edit(openView(strPath));
+    EXPECT_EQ(strPath + " * (Encoded:BC1)", subWindowOf(encode("BC1"))->objectName().toStdString());
+}
+
+TEST_F(CMainWindowEncodeTest, GivesTheResultThePaddingOfTheSource)
+{
+    openView(png("photo.png"));
+    action("Act_Align8").trigger();
+    EXPECT_EQ(8u, encode("BC1").getPadding());
+}
+
+TEST_F(CMainWindowEncodeTest, OpensNothingAfterACancel)
+{
+    openView(png("photo.png"));
+    CDialogAnswers answers;
+    answers.thenReject();
+    action("Act_Encode").trigger();
+    EXPECT_EQ(1, windowCount());
+    EXPECT_EQ(1u, answers.seen().size());
+}
+
+TEST_F(CMainWindowEncodeTest, HasNoChoiceOfADifferenceViewYet)
+{
+    openView(png("photo.png"));
+    CDialogAnswers answers;
+    bool bHidden = false;
+    answers.thenDo(
+        [&](QDialog& dialog)
+        {
+            bHidden = dialog.findChild<QCheckBox*>("Check_Diff")->isHidden();
+            dialog.reject();
+        });
+    action("Act_Encode").trigger();
+    EXPECT_TRUE(bHidden);
+}
+
+TEST_F(CMainWindowEncodeTest, TellsThatAFormatHasNoCodecYet)
+{
+    openView(png("photo.png", 8, 8));
+    CDialogAnswers answers;
+    answers.thenDo(choose("ETC1", false, "OpenGL ES 2")).thenPress(QMessageBox::Ok);
+    action("Act_Encode").trigger();
+    ASSERT_EQ(2u, answers.seen().size());
+    EXPECT_EQ("Cannot Encode", answers.seen()[1].strTitle);
+    EXPECT_EQ("Unable to encode the texture - unknown reason. Please contact Bluedesk for support.", answers.seen()[1].strText);
+    EXPECT_EQ(1, windowCount());
+    EXPECT_EQ(nullptr, window().findChild<QDialog*>("Dialog_WaitNotice"));
+}
+
+TEST_F(CMainWindowEncodeTest, EncodesWhatWasActiveWhenTheDialogCameUp)
+{
+    const std::string strFirst = png("first.png", 8, 8), strOther = png("other.png", 4, 4);
+    openView(strFirst);
+    CDialogAnswers answers;
+    answers.thenDo(
+        [&](QDialog& dialog)
+        {
+            window().slotAppMessageRecieved(QString::fromStdString(strOther));
+            choose("BC1")(dialog);
+        });
+    action("Act_Encode").trigger();
+    ASSERT_EQ(3, windowCount());
+    EXPECT_EQ(strFirst + " (Encoded:BC1)", subWindows().back()->objectName().toStdString());
+}
+
+TEST_F(CMainWindowEncodeTest, MayEncodeTwiceUnderOneName)
+{
+    CTexViewWindowSingle& source = openView(png("photo.png", 8, 8));
+    encode("BC1");
+    area().setActiveSubWindow(subWindowOf(source));
+    encode("BC1");
+    EXPECT_EQ(3, windowCount());
+    EXPECT_EQ(subWindows()[1]->objectName(), subWindows()[2]->objectName());
+}
+
+TEST_F(CMainWindowEncodeTest, ReloadsAFileAsItIsNow)
+{
+    const std::string strPath = png("a.png", 4, 4, QColor(1, 1, 1));
+    CTexViewWindowSingle& old = openView(strPath);
+    edit(old);
+    png("a.png", 6, 5, QColor(2, 2, 2));
+    CDialogAnswers answers;
+    answers.thenPress(QMessageBox::Yes);
+    action("Act_Reload").trigger();
+    settle();
+    ASSERT_EQ(1u, answers.seen().size());
+    EXPECT_EQ("Reload File", answers.seen()[0].strTitle);
+    EXPECT_EQ("Are you sure you wish to reload? This will discard all changes and revert to the current version of the source.",
+              answers.seen()[0].strText);
+    EXPECT_EQ(QMessageBox::Yes | QMessageBox::No, answers.seen()[0].buttons);
+    EXPECT_EQ(QMessageBox::Yes, answers.seen()[0].eDefaultButton);
+    ASSERT_EQ(1, windowCount());
+    EXPECT_EQ(6u, lastView()->getWorkingTexture().getWidth());
+    EXPECT_EQ(strPath, subWindows().front()->objectName().toStdString());
+    EXPECT_EQ("a.png", subWindows().front()->windowTitle().toStdString());
+    EXPECT_EQ("Size: 6 x 5\t", labelText("SizeLabel"));
+}
+
+TEST_F(CMainWindowEncodeTest, ReloadsByThePlainRoute)
+{
+    CTexViewWindowSingle& view = openView(mox("a.mox", testsupport::makeFloats({2.0f, 0.0f, 0.0f, 1.0f})));
+    ASSERT_EQ(k_RGBA32, view.getWorkingTexture().getPixelFormat());
+    CDialogAnswers answers;
+    answers.thenPress(QMessageBox::Yes);
+    action("Act_Reload").trigger();
+    settle();
+    EXPECT_EQ(k_RGBA8, lastView()->getWorkingTexture().getPixelFormat());
+}
+
+TEST_F(CMainWindowEncodeTest, KeepsATextureWhoseReloadIsDeclined)
+{
+    const CTexViewWindowSingle* pView = &openView(png("a.png"));
+    CDialogAnswers answers;
+    answers.thenPress(QMessageBox::No);
+    action("Act_Reload").trigger();
+    EXPECT_EQ(pView, lastView());
+    EXPECT_TRUE(subWindows().front()->isVisible());
+}
+
+TEST_F(CMainWindowEncodeTest, KeepsATextureWhoseFileIsGoneAlsoBesideOthers)
+{
+    const std::string strPath = png("a.png");
+    openView(png("other.png"));
+    CTexViewWindowSingle& view = openView(strPath);
+    edit(view, 77);
+    QFile::remove(QString::fromStdString(strPath));
+    CDialogAnswers answers;
+    answers.thenPress(QMessageBox::Yes).thenPress(QMessageBox::Ok);
+    action("Act_Reload").trigger();
+    settle();
+    ASSERT_EQ(2u, answers.seen().size());
+    EXPECT_EQ("Could not reload file", answers.seen()[1].strTitle);
+    EXPECT_EQ("Cannot open file, as it does not exist at specified location.\nHas it been renamed, moved or deleted?",
+              answers.seen()[1].strText);
+    ASSERT_EQ(2, windowCount());
+    EXPECT_EQ(&view, lastView());
+    EXPECT_EQ(77, view.getWorkingTexture().getDataPtr()[0]);
+    EXPECT_TRUE(subWindowOf(view)->isVisible());
+    EXPECT_EQ(subWindowOf(view), area().currentSubWindow());
+}
+
+TEST_F(CMainWindowEncodeTest, ReloadsAnEncodedTextureByEncodingItsSourceAgain)
+{
+    const std::string strPath = png("photo.png", 8, 8);
+    CTexViewWindowSingle& source = openView(strPath);
+    encode("BC1");
+    CDialogAnswers answers;
+    answers.thenPress(QMessageBox::Yes).thenDo(choose("BC3"));
+    action("Act_Reload").trigger();
+    settle();
+    EXPECT_EQ(2u, answers.seen().size());
+    ASSERT_EQ(2, windowCount()); // no prompt for the old result, which is gone
+    EXPECT_EQ(&source, viewOf(subWindows().front()));
+    EXPECT_EQ(strPath + " (Encoded:BC3)", subWindows().back()->objectName().toStdString());
+}
+
+TEST_F(CMainWindowEncodeTest, KeepsAnEncodedTextureWhenEncodingAgainIsCancelled)
+{
+    openView(png("photo.png", 8, 8));
+    CTexViewWindowSingle& encoded = encode("BC1");
+    CDialogAnswers answers;
+    answers.thenPress(QMessageBox::Yes).thenReject();
+    action("Act_Reload").trigger();
+    settle();
+    EXPECT_EQ(2, windowCount());
+    EXPECT_EQ(&encoded, lastView());
+    EXPECT_TRUE(subWindowOf(encoded)->isVisible());
+    EXPECT_EQ(subWindowOf(encoded), area().currentSubWindow());
+}
+
+TEST_F(CMainWindowEncodeTest, TellsThatTheSourceOfAnEncodedTextureIsClosed)
+{
+    CTexViewWindowSingle& source = openView(png("photo.png", 8, 8));
+    CTexViewWindowSingle& encoded = encode("BC1");
+    subWindowOf(source)->close();
+    settle();
+    ASSERT_EQ(1, windowCount());
+    CDialogAnswers answers;
+    answers.thenPress(QMessageBox::Yes).thenPress(QMessageBox::Ok);
+    action("Act_Reload").trigger();
+    ASSERT_EQ(2u, answers.seen().size());
+    EXPECT_EQ("Could not recreate texture", answers.seen()[1].strTitle);
+    EXPECT_EQ("Texture was encoded from another window which no longer exists.\nUnable to recreate texture.", answers.seen()[1].strText);
+    EXPECT_EQ(QMessageBox::Critical, answers.seen()[1].eIcon);
+    EXPECT_EQ(&encoded, lastView());
+    EXPECT_TRUE(subWindowOf(encoded)->isVisible());
+}
+
+TEST_F(CMainWindowEncodeTest, AsksBeforeAnEncodedTextureIsClosedUnsaved)
+{
+    openView(png("photo.png", 8, 8));
+    encode("BC1");
+    CDialogAnswers answers;
+    answers.thenPress(QMessageBox::Cancel);
+    action("Act_Close").trigger();
+    settle();
+    EXPECT_EQ(2, windowCount());
+    answers.thenPress(QMessageBox::No);
+    action("Act_Close").trigger();
+    settle();
+    EXPECT_EQ(1, windowCount());
+}
+
+} // namespace
