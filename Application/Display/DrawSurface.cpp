@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 #include <limits>
+#include <optional>
 #include <vector>
 
 #include "Display/DrawRow.h"
@@ -106,8 +107,7 @@ public:
         }
 
         const size_t uiRowSize = size_t{4} * m_Target.uiWidth;
-        const uint8_t* pui8LastRow = nullptr; // the last one without a grid line along it
-        uint32_t uiLastTexel = 0;
+        std::optional<uint32_t> uiLastRow; // without a grid line along it
         auto nextLine = rows.auiLines.begin();
         for (uint32_t y = 0; y < m_Target.uiHeight; ++y)
         {
@@ -124,14 +124,13 @@ public:
                 fillBeyond(pui8Row, columns.auiTexels.size());
                 continue;
             }
-            if (pui8LastRow != nullptr && rows.auiTexels[y] == uiLastTexel)
+            if (uiLastRow.has_value() && rows.auiTexels[y] == rows.auiTexels[*uiLastRow])
             {
-                std::memcpy(pui8Row, pui8LastRow, uiRowSize);
+                std::memcpy(pui8Row, getPixel(m_Target, 0, *uiLastRow), uiRowSize);
                 continue;
             }
             drawRow(columns, rows.auiTexels[y], pui8Row);
-            pui8LastRow = pui8Row;
-            uiLastTexel = rows.auiTexels[y];
+            uiLastRow = y;
         }
     }
 

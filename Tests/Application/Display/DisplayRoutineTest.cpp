@@ -265,10 +265,14 @@ TEST_F(DisplayRoutine, ACubeWithFewerFacesShowsBlackForTheOthersAndNoGrid)
 
 TEST_F(DisplayRoutine, TheSurfaceIsTheViewsOwn)
 {
-    std::vector<QColor> colours; // level 0: members 0 and 1, faces 0 and 1, 2 by 2 pixels each; level 1 likewise
-    for (int i = 0; i < 20; ++i)
-        colours.emplace_back(10 + i, 0, 0);
-    m_Texture = makeTexture(2, 2, makePixels(colours), 2, false, 2, 2);
+    // level 0: members 0 and 1, faces 0 and 1, 2 by 2 pixels each; level 1 likewise
+    std::vector<uint8_t> pixels(size_t{4} * 20, 255);
+    for (size_t i = 0; i < 20; ++i)
+    {
+        pixels[4 * i] = static_cast<uint8_t>(10 + i);
+        pixels[4 * i + 1] = pixels[4 * i + 2] = 0;
+    }
+    m_Texture = makeTexture(2, 2, pixels, 2, false, 2, 2);
     draw();
     EXPECT_EQ(QColor(10, 0, 0), shown(0, 0));
     m_View.ui32Face = 1;
