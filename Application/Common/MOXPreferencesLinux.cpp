@@ -68,7 +68,7 @@ std::string machineFolder()
 /// @return empty if the user has none
 std::string userFolder()
 {
-    const std::string strFolder = folderVariable("XDG_CONFIG_HOME");
+    std::string strFolder = folderVariable("XDG_CONFIG_HOME");
     if (!strFolder.empty())
         return strFolder;
     std::string strHome = folderVariable("HOME");

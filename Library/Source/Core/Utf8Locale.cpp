@@ -12,17 +12,22 @@ namespace moxtexture
 namespace
 {
 
-/// The variable that decides on the locale of characters, the first of these that is not empty.
-/// @return null if none is
-const char* findDecidingVariable()
+/// What the environment says of the locale of characters: the first of its variables that is not empty.
+struct Choice
 {
-    for (const char* strName : {"LC_ALL", "LC_CTYPE", "LANG"})
+    std::string strVariable; ///< empty if none is
+    std::string strLocale = "C";
+};
+
+Choice readChoice()
+{
+    for (const char* strVariable : {"LC_ALL", "LC_CTYPE", "LANG"})
     {
-        const char* pValue = std::getenv(strName);
+        const char* pValue = std::getenv(strVariable);
         if (pValue != nullptr && *pValue != '\0')
-            return strName;
+            return {strVariable, pValue};
     }
-    return nullptr;
+    return {};
 }
 
 /// "en_GB.UTF-8", "C.utf8", "de_DE.UTF-8@euro"
@@ -39,11 +44,10 @@ bool namesUtf8(const std::string& strLocale)
 
 void useUtf8Locale()
 {
-    const char* strDeciding = findDecidingVariable();
-    const std::string strChosen = strDeciding != nullptr ? std::getenv(strDeciding) : "C";
-    const bool bNone = strChosen == "C" || strChosen == "POSIX";
+    const Choice choice = readChoice();
+    const bool bNone = choice.strLocale == "C" || choice.strLocale == "POSIX";
     const bool bInstalled = std::setlocale(LC_CTYPE, "") != nullptr;
-    if (!bNone && (bInstalled || !namesUtf8(strChosen)))
+    if (!bNone && (bInstalled || !namesUtf8(choice.strLocale)))
         return;
 
     for (const char* strLocale : {"C.UTF-8", "C.utf8", "en_US.UTF-8"})
@@ -52,7 +56,7 @@ void useUtf8Locale()
             continue;
         // LC_ALL goes before everything else. "C.UTF-8" differs from "C", which it names there, in the characters alone; in place of
         // another, which is the user's word on numbers and dates, it would not do.
-        const bool bAll = strDeciding != nullptr && std::string(strDeciding) == "LC_ALL";
+        const bool bAll = choice.strVariable == "LC_ALL";
         if (!bAll)
             ::setenv("LC_CTYPE", strLocale, 1);
         else if (bNone)
