@@ -140,6 +140,7 @@ private:
     [[nodiscard]] QMdiSubWindow* getCurrentSubWindow() const;
     [[nodiscard]] QMdiSubWindow* findSubWindow(const QString& strName) const;
     void rebind(CTexViewWindow* pView);
+    void forgetView(const QObject* pView);
     void showNoView();
     void showView(CTexViewWindow& view);
     void activate(QMdiSubWindow* pSubWindow);

@@ -126,7 +126,7 @@ QMdiSubWindow* CMainWindow::addView(CTexViewWindowSingle* pView, const QString& 
     connect(pView, &CTexViewWindow::signalMousePositionUpdated, this, &CMainWindow::slotMousePositionUpdated);
     connect(pView, &CTexViewWindow::signalZoomScaleUpdated, this, &CMainWindow::slotUpdateZoomFromViewWindow);
     connect(pView, &CTexViewWindowSingle::signalNothingWritten, this, &CMainWindow::tellNothingWritten);
-    connect(pView, &QObject::destroyed, this, &CMainWindow::slotTextureUpdated);
+    connect(pView, &QObject::destroyed, this, &CMainWindow::forgetView);
 
     QMdiSubWindow* pSubWindow = m_pForm->MdiArea->addSubWindow(pView);
     pSubWindow->setWindowTitle(pView->getViewTitle());

@@ -93,6 +93,14 @@ void CMainWindow::rebind(CTexViewWindow* pView)
     connect(this, &CMainWindow::signalGridSizeUpdated, pView, &CTexViewWindow::slotUpdateGridSize);
 }
 
+/// A view is being destroyed, and is no more than a widget by now.
+void CMainWindow::forgetView(const QObject* pView)
+{
+    if (m_pCurrentView == pView)
+        slotSubWindowChanged(nullptr);
+    slotTextureUpdated();
+}
+
 void CMainWindow::showNoView()
 {
     emit signalUpdateTextureInfo(nullptr, nullptr, nullptr, nullptr);

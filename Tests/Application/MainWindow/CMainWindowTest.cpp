@@ -108,7 +108,7 @@ TEST_F(CMainWindowTest, HasEveryCommandWithItsTextTipShortcutAndIcon)
 TEST_F(CMainWindowTest, HasNoCommandBeyondThose)
 {
     size_t uiCount = 0;
-    for (const QAction* pAction : window().findChildren<QAction*>())
+    for (const QAction* pAction : window().findChildren<QAction*>(QString(), Qt::FindDirectChildrenOnly))
         uiCount += pAction->objectName().startsWith("Act_") ? 1 : 0;
     EXPECT_EQ(std::size(k_aActions), uiCount);
 }
@@ -296,14 +296,16 @@ TEST_F(CMainWindowTest, FindsItsLayoutAgainAtTheNextStart)
     window().findChild<QToolBar*>("Toolbar")->hide();
     QDockWidget* pToolbox = window().findChild<QDockWidget*>("Dock_Toolbox");
     ASSERT_NE(nullptr, pToolbox);
-    window().addDockWidget(Qt::LeftDockWidgetArea, pToolbox);
-    window().setGeometry(40, 50, 700, 560);
+    window().addDockWidget(Qt::BottomDockWidgetArea, pToolbox);
+    pToolbox->hide();
+    window().setGeometry(10, 20, 770, 740);
     settle();
 
     restart();
     EXPECT_TRUE(window().findChild<QToolBar*>("Toolbar")->isHidden());
-    EXPECT_EQ(Qt::LeftDockWidgetArea, window().dockWidgetArea(window().findChild<QDockWidget*>("Dock_Toolbox")));
-    EXPECT_EQ(QRect(40, 50, 700, 560), window().geometry());
+    EXPECT_EQ(Qt::BottomDockWidgetArea, window().dockWidgetArea(window().findChild<QDockWidget*>("Dock_Toolbox")));
+    EXPECT_TRUE(window().findChild<QDockWidget*>("Dock_Toolbox")->isHidden());
+    EXPECT_EQ(QRect(10, 20, 770, 740), window().geometry());
 }
 
 TEST_F(CMainWindowTest, OffersADockToggleThatWorks)
