@@ -7,5 +7,5 @@ Scripts/check_includes.py
 ./test "$@"
 command -v clang-tidy >/dev/null || { echo "clang-tidy is missing: apt-get install clang-tidy" >&2; exit 1; }
 # Sources for many instruction sets at once are left to the compilers' warnings: each would be read once a set.
-find Library CommandLine Application Tests Benchmarks -name '*.cpp' ! -name '*Simd.cpp' ! -path 'Tests/Fuzz/*' -print0 |
+find Library CommandLine Application Tests Benchmarks Documentation -name '*.cpp' ! -name '*Simd.cpp' ! -path 'Tests/Fuzz/*' -print0 |
     xargs -0 -n 4 -P "$(nproc)" clang-tidy --quiet -p build

@@ -4,4 +4,4 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 mode=(-i)
 [ "${1-}" != --check ] || mode=(--dry-run --Werror)
-find Library CommandLine Application Tests Benchmarks \( -name '*.h' -o -name '*.cpp' \) -print0 | xargs -0 clang-format "${mode[@]}"
+find Library CommandLine Application Tests Benchmarks Documentation \( -name '*.h' -o -name '*.cpp' \) -print0 | xargs -0 clang-format "${mode[@]}"

@@ -1,0 +1,152 @@
+#!/usr/bin/env python3
+"""From an empty profile to a second start: the real program on a screen, used by keyboard and mouse.
+
+    UserStory.py PROGRAM COMMAND_LINE_PROGRAM PICTURE
+
+The picture is a PNG of 512 by 512. The command line program is the independent eye on what the window saved.
+"""
+
+import json
+import subprocess
+import sys
+import unittest
+from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).resolve().parent))
+from Desktop import Desktop, wait_for  # noqa: E402
+
+PROGRAM, COMMAND_LINE, PICTURE = (Path(word).resolve() for word in sys.argv[1:4])
+
+
+class UserStory(unittest.TestCase):
+    def setUp(self):
+        self.desktop = Desktop()
+        self.addCleanup(lambda: self.desktop.close(self.failed()))
+        self.settings = self.desktop.folder / "config" / "Larkfield Systems" / "Halvane.plist"
+        self.photo = self.desktop.folder / "a photo.png"
+        self.photo.write_bytes(PICTURE.read_bytes())
+
+    def failed(self):
+        result = self._outcome.result
+        return any(test is self for test, _ in result.failures + result.errors)
+
+    def stored(self, text):
+        """Whether the settings file holds the text by now."""
+        wait_for(f'"{text}" among the settings', lambda: self.settings.exists() and text in self.settings.read_text())
+
+    def start(self, *words):
+        process = self.desktop.start(PROGRAM, *words)
+        main = self.desktop.window("Halvane")
+        return process, main
+
+    def leave(self, process):
+        self.desktop.window("Halvane")
+        self.desktop.keys("alt+F4")
+        self.assertEqual(0, process.wait(60))
+
+    def choose(self, title, path):
+        """Types a path into a file dialog."""
+        self.desktop.window(title)
+        self.desktop.keys("ctrl+a")
+        self.desktop.type(str(path))
+        self.desktop.keys("Return")
+        self.desktop.gone(title)
+
+    def info(self, path):
+        output = subprocess.run([COMMAND_LINE, "info", "--json", path], capture_output=True, check=True).stdout
+        return json.loads(output)
+
+    def test_a_photo_becomes_a_texture_and_the_program_remembers(self):
+        desktop = self.desktop
+        process, main = self.start()
+        desktop.window("About")  # the splash of a first start, gone with a click beside it
+        x, y, width, height = desktop.geometry(main)
+        desktop.click(x + width // 2, y + height - 60)
+        desktop.gone("About")
+
+        # A photo, by the menu's key.
+        desktop.keys("ctrl+o")
+        self.choose("Open Source File", self.photo)
+        self.stored("a photo.png")
+
+        # To the first format that the group DirectX 11 (9_3) offers, BC1, all by keyboard: from the box of groups, where
+        # the focus stands as long as there is nothing to encode to, over the other filters and the reset button to the table.
+        desktop.window("Halvane")
+        desktop.keys("ctrl+e")
+        desktop.window("Encode Texture")
+        desktop.type("DirectX")
+        desktop.keys(*["Tab"] * 7, "Down", "Home", "Return")
+        desktop.gone("Encode Texture")
+        self.stored("RecentFormat")
+
+        # The result is a document of its own, which has no file yet.
+        texture = desktop.folder / "texture.mox"
+        desktop.window("Halvane")
+        desktop.keys("ctrl+s")
+        self.choose("Save Texture", texture)
+        wait_for("the saved texture", texture.exists)
+        self.leave(process)
+        header = self.info(texture)
+        self.assertEqual("BC1", header["formatName"])
+        self.assertEqual((512, 512, 10), (header["width"], header["height"], header["mipLevels"]))
+
+        # Second start: where it stood, what it knew; the texture through the command line after a filler word.
+        settings = self.settings.read_text()
+        self.assertIn("<key>State</key>", settings)
+        self.assertIn("<key>Geometry</key>", settings)
+        process, main = self.start("open", texture)
+        self.assertEqual((width, height), desktop.geometry(main)[2:])
+        self.stored("texture.mox")
+        text = self.settings.read_text()
+        self.assertLess(text.index("texture.mox"), text.index("a photo.png"))
+
+        # The encode dialog has last time's format in its first row, and its settings.
+        desktop.window("About")
+        desktop.click(x + width // 2, y + height - 60)
+        desktop.gone("About")
+        desktop.window("Halvane")
+        desktop.keys("ctrl+e")
+        desktop.window("Encode Texture")
+        desktop.keys("Return")
+        desktop.gone("Encode Texture")
+        again = desktop.folder / "again.mox"
+        desktop.window("Halvane")
+        desktop.keys("ctrl+s")
+        self.choose("Save Texture", again)
+        wait_for("the second texture", again.exists)
+        self.assertEqual("BC1", self.info(again)["formatName"])
+
+        # A launcher hands over another file, and one that is broken; the window stays.
+        desktop.send(str(self.photo))
+        wait_for("the photo at the head of the list", lambda: self.settings.read_text().index("a photo.png") <
+                 self.settings.read_text().index("texture.mox"))
+        broken = desktop.folder / "broken.mox"
+        broken.write_bytes(b"MOX\x03" + b"\xff" * 60)
+        desktop.send(str(broken))
+        desktop.window("Could not load file")
+        desktop.keys("Return")
+        desktop.gone("Could not load file")
+
+        # An unsaved document asks; cancelled, the window stays; refused, it ends.
+        desktop.window("Halvane")
+        desktop.keys("ctrl+e")
+        desktop.window("Encode Texture")
+        desktop.keys("Return")
+        desktop.gone("Encode Texture")
+        desktop.window("Halvane")
+        desktop.keys("alt+F4")
+        desktop.window("Texture Modified")
+        desktop.keys("Escape")
+        desktop.gone("Texture Modified")
+        self.assertIsNone(process.poll())
+        desktop.window("Halvane")
+        desktop.keys("alt+F4")
+        desktop.window("Texture Modified")
+        desktop.keys("alt+n")
+        self.assertEqual(0, process.wait(60))
+        # Its temporary folder went with it; the socket's lock and the like are the toolkit's.
+        self.assertEqual([], [path.name for path in (desktop.folder / "tmp").iterdir() if path.is_dir()])
+
+
+if __name__ == "__main__":
+    unittest.main(argv=sys.argv[:1])
