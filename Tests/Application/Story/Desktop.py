@@ -115,6 +115,6 @@ class Desktop:
         path = str(self.folder / "tmp" / "Halvane")
         wait_for("the program's socket", lambda: os.path.exists(path))
         with socket.socket(socket.AF_UNIX) as connection:
+            connection.settimeout(PATIENCE)
             connection.connect(path)
             connection.sendall(text.encode())
-            connection.recv(1)  # until the program has taken it and closed
