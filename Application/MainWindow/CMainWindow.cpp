@@ -3,6 +3,7 @@
 #include <initializer_list>
 
 #include <QtGui/QMouseEvent>
+#include <QtGui/QScreen>
 #include <QtWidgets/QFrame>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QMdiSubWindow>
@@ -30,6 +31,7 @@ namespace
 
 constexpr uint32_t k_ui32MaxRecentFiles = 10;
 constexpr int k_iLabelWidth = 210;
+constexpr double k_dMostOfScreen = 0.9; // at the first start, where the form is larger
 constexpr char k_acStateKey[] = "Main/State";
 constexpr char k_acGeometryKey[] = "Main/Geometry";
 
@@ -179,7 +181,8 @@ void CMainWindow::createStatusBar()
 void CMainWindow::restoreLayout()
 {
     restoreState(readBytes(m_Preferences, k_acStateKey));
-    restoreGeometry(readBytes(m_Preferences, k_acGeometryKey));
+    if (!restoreGeometry(readBytes(m_Preferences, k_acGeometryKey)))
+        resize(size().boundedTo(screen()->availableSize() * k_dMostOfScreen));
 }
 
 void CMainWindow::storeLayout()
@@ -220,7 +223,7 @@ void CMainWindow::connectActions()
     // Not to the slot itself: the check mark that a command reports would be taken for its argument.
     connect(m_pForm->Act_About, &QAction::triggered, this, [this] { slotAboutBox(); });
 
-    connect(m_pForm->MdiArea, &QMdiArea::subWindowActivated, this, &CMainWindow::slotSubWindowChanged);
+    connect(m_pForm->MdiArea, &QMdiArea::subWindowActivated, this, &CMainWindow::followActivation);
     connect(m_pZoomSlider, &QSlider::valueChanged, this, &CMainWindow::slotUpdateZoomFromSlider);
     connect(m_pRecentFiles.get(), &RecentFiles::triggered, this, &CMainWindow::slotOpenRecentFileWithData);
 }

@@ -139,6 +139,7 @@ private:
     [[nodiscard]] QMdiSubWindow* getSubWindow(const CTexViewWindow* pView) const;
     [[nodiscard]] QMdiSubWindow* getCurrentSubWindow() const;
     [[nodiscard]] QMdiSubWindow* findSubWindow(const QString& strName) const;
+    void followActivation(QMdiSubWindow* pSubWindow);
     void rebind(CTexViewWindow* pView);
     void forgetView(const QObject* pView);
     void showNoView();

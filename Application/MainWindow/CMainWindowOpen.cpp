@@ -46,7 +46,10 @@ QStringList CMainWindow::askForFiles(bool bMultiple)
     QStringList files = NativeFunctions().getOpenFileNames(this, k_acOpenSourceTitle, strFolder, getTextureOpenFilter(), bMultiple);
     files.removeAll(QString());
     if (!files.isEmpty())
+    {
         setFileIOPath(&m_Preferences, k_acLoadPathKey, files.front().toStdString());
+        m_Preferences.save(); // what is unsaved would keep the changes of another process out
+    }
     return files;
 }
 

@@ -65,6 +65,12 @@ QMdiSubWindow* CMainWindow::findSubWindow(const QString& strName) const
     return nullptr;
 }
 
+/// The area tells of no active window also while this window is minimised, but has one all the same.
+void CMainWindow::followActivation(QMdiSubWindow* pSubWindow)
+{
+    slotSubWindowChanged(pSubWindow != nullptr ? pSubWindow : m_pForm->MdiArea->currentSubWindow());
+}
+
 void CMainWindow::slotSubWindowChanged(QMdiSubWindow* pSubWindow)
 {
     CTexViewWindow* pView = getView(pSubWindow);

@@ -174,6 +174,22 @@ TEST_F(CMainWindowEncodeTest, ReloadsAFileAsItIsNow)
     EXPECT_EQ("Size: 6 x 5\t", labelText("SizeLabel"));
 }
 
+TEST_F(CMainWindowEncodeTest, ReloadsAMaximisedTexture)
+{
+    const std::string strPath = png("a.png", 4, 4);
+    subWindowOf(openView(strPath))->showMaximized();
+    png("a.png", 6, 5);
+    CDialogAnswers answers;
+    answers.thenPress(QMessageBox::Yes);
+    action("Act_Reload").trigger();
+    settle();
+    ASSERT_EQ(1, windowCount());
+    EXPECT_TRUE(subWindows().front()->isVisible());
+    EXPECT_EQ(subWindows().front(), area().currentSubWindow());
+    EXPECT_TRUE(action("Act_Save").isEnabled());
+    EXPECT_EQ("Size: 6 x 5\t", labelText("SizeLabel"));
+}
+
 TEST_F(CMainWindowEncodeTest, ReloadsByThePlainRoute)
 {
     CTexViewWindowSingle& view = openView(mox("a.mox", testsupport::makeFloats({2.0f, 0.0f, 0.0f, 1.0f})));

@@ -359,4 +359,17 @@ TEST_F(CMainWindowStatusTest, KeepsItsTextureWhileAnotherWindowIsActive)
     EXPECT_TRUE(action("Act_Save").isEnabled());
 }
 
+TEST_F(CMainWindowStatusTest, HasItsTextureAgainAfterItWasMinimised)
+{
+    openView(png("a.png"));
+    window().showMinimized();
+    settle();
+    window().showNormal();
+    window().activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&window()));
+    EXPECT_TRUE(action("Act_Save").isEnabled());
+    EXPECT_TRUE(window().statusBar()->isEnabled());
+    EXPECT_EQ("Size: 16 x 8\t", labelText("SizeLabel"));
+}
+
 } // namespace

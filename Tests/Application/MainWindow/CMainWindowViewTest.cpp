@@ -144,6 +144,8 @@ TEST_F(CMainWindowViewTest, TilesAndCascadesItsWindows)
 {
     CTexViewWindowSingle& first = openView(png("a.png"));
     CTexViewWindowSingle& second = openView(png("b.png"));
+    window().resize(1180, 760);
+    settle();
     action("Act_Tile_Windows").trigger();
     const QRect one = subWindowOf(first)->geometry(), two = subWindowOf(second)->geometry();
     EXPECT_FALSE(one.intersects(two));
