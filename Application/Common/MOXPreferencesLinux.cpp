@@ -1,9 +1,11 @@
 #include "Common/MOXPreferencesLinux.h"
 
 #include <cerrno>
+#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <system_error>
+#include <thread>
 #include <utility>
 
 #include <fcntl.h>
@@ -27,6 +29,9 @@ constexpr uint32_t k_ui32Machine = 1;
 /// For the user alone, as the settings tell what files he opened.
 constexpr mode_t k_FolderMode = 0700;
 constexpr mode_t k_FileMode = 0600;
+
+using Clock = std::chrono::steady_clock;
+constexpr std::chrono::seconds k_LongestWait(1); ///< for another process that writes
 
 struct LinuxFile : MOXPreferencesFile
 {
@@ -139,22 +144,34 @@ bool makeNewFile(const std::string& strPath)
     return false;
 }
 
-/// Opens the file beside the target in which the new content is made. Another process that writes one is waited for: its file takes
-/// the target's name, whole, before this one begins a file of that name itself. What one left behind as it died is overwritten.
+bool lockUntil(int iDescriptor, Clock::time_point end)
+{
+    constexpr std::chrono::milliseconds step(5);
+    while (::flock(iDescriptor, LOCK_EX | LOCK_NB) != 0)
+    {
+        if (errno != EWOULDBLOCK || Clock::now() >= end)
+            return false;
+        std::this_thread::sleep_for(step);
+    }
+    return true;
+}
+
+/// Opens the file beside the target in which the new content is made. Another process that writes one is waited for, but not
+/// for ever, as the user waits, too: its file takes the target's name, whole, before this one begins a file of that name itself. What one
+/// left behind as it died is overwritten.
 /// @return a descriptor, or -1
 int openTemporary(const std::string& strPath)
 {
+    const Clock::time_point end = Clock::now() + k_LongestWait;
     for (;;)
     {
         const int iDescriptor = ::open(strPath.c_str(), O_WRONLY | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, k_FileMode);
         if (iDescriptor < 0)
             return -1;
-        while (::flock(iDescriptor, LOCK_EX) != 0 && errno == EINTR)
-        {
-        }
+        const bool bLocked = lockUntil(iDescriptor, end);
         struct stat opened = {};
         struct stat named = {};
-        const bool bKnown = ::fstat(iDescriptor, &opened) == 0;
+        const bool bKnown = bLocked && ::fstat(iDescriptor, &opened) == 0;
         const bool bStillNamed = ::lstat(strPath.c_str(), &named) == 0 && opened.st_ino == named.st_ino && opened.st_dev == named.st_dev;
         if (bKnown && bStillNamed && S_ISREG(opened.st_mode) && ::ftruncate(iDescriptor, 0) == 0)
             return iDescriptor;

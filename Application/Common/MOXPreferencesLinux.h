@@ -5,7 +5,8 @@
 /// Preferences files below the XDG configuration folder: the user's in XDG_CONFIG_HOME, else in ".config" of the home folder; the
 /// machine's in the first folder of XDG_CONFIG_DIRS, else in /etc/xdg.
 ///
-/// A link in a file's place stays, and the file that it leads to is replaced.
+/// A link in a file's place stays, and the file that it leads to is replaced. An atomic write waits about a second for one of another
+/// process, and fails where that takes longer.
 class MOXPreferencesLinux : public MOXPreferencesImpl
 {
 public:

@@ -21,6 +21,28 @@ constexpr const char* k_strDeclaration = "xml version=\"1.0\" encoding=\"UTF-8\"
 constexpr const char* k_strDocType = "DOCTYPE plist PUBLIC \"-//Apple Computer//DTD PLIST 1.0//EN\" "
                                      "\"http://www.apple.com/DTDs/PropertyList-1.0.dtd\"";
 
+/// Writes a carriage return as a reference, as a parser takes the character itself for the end of a line.
+class CPlistPrinter : public tinyxml2::XMLPrinter
+{
+public:
+    explicit CPlistPrinter(std::FILE* pFile) : XMLPrinter(pFile) {}
+
+protected:
+    using XMLPrinter::Write;
+    void Write(const char* pcText, size_t uiSize) override
+    {
+        for (std::string_view text(pcText, uiSize); !text.empty();)
+        {
+            const size_t uiPlain = std::min(text.find('\r'), text.size());
+            XMLPrinter::Write(text.data(), uiPlain);
+            const bool bReturn = uiPlain < text.size();
+            if (bReturn)
+                XMLPrinter::Write("&#13;", 5);
+            text.remove_prefix(uiPlain + (bReturn ? 1 : 0));
+        }
+    }
+};
+
 uint32_t hashName(const XMLElement& element)
 {
     return fnv1(element.Name());
@@ -216,7 +238,7 @@ XMLElement* PlistDocument::getRoot() const
 
 void PlistDocument::write(std::FILE* pFile) const
 {
-    tinyxml2::XMLPrinter printer(pFile);
+    CPlistPrinter printer(pFile);
     m_pDocument->Print(&printer);
 }
 

@@ -18,7 +18,9 @@ using tinyxml2::XMLElement;
 
 struct Preferences::Shared
 {
-    bool load(std::string& strError);
+    /// @param bReload  the document stays where the file cannot be read
+    bool load(std::string& strError, bool bReload);
+    bool read(std::vector<uint8_t>& bytes, uint32_t& ui32FileTime, std::string& strError);
     bool save(bool bForce);
     EResult prepare(const std::string& strKey, std::vector<std::string_view>& names);
 
@@ -175,35 +177,52 @@ std::vector<PlistScalar> writeAll(const std::vector<Value>& values)
 
 // The file
 
-bool Preferences::Shared::load(std::string& strError)
+bool Preferences::Shared::load(std::string& strError, bool bReload)
 {
     strError.clear();
     if (!pImpl)
         return false;
-    pDocument.reset();
-    m_bDirty = false;
+    if (!bReload)
+    {
+        pDocument.reset();
+        m_bDirty = false;
+    }
 
-    const std::unique_ptr<MOXPreferencesFile> pFile = pImpl->openFile(strName, false, ui32Domain, false, strError);
-    if (!pFile || pFile->pFile == nullptr)
+    // A file that was not read is tried again at the next access: nothing is written over settings that were never seen.
+    std::vector<uint8_t> bytes;
+    if (!read(bytes, ui32Time, strError))
     {
         strError = "ERROR: " + strError;
         return false;
     }
-    // Noted for a list that is refused, too: the file is tried again once it has changed.
-    ui32Time = pFile->ui32Time;
-
-    uint64_t ui64Size = 0;
-    std::vector<uint8_t> bytes;
-    const bool bRead = moxtexture::getFileSize(pFile->pFile, ui64Size) && ui64Size <= PlistDocument::k_uiMostBytes &&
-                       moxtexture::readWholeFile(pFile->pFile, bytes);
-    const bool bClosed = pImpl->closeFile(*pFile, false);
-    if (!bRead || !bClosed)
-        bytes.clear(); // and that is repaired, as all that is no property list
-
+    // One whose list is refused is tried again once it has changed.
+    pDocument.reset();
     auto pNew = std::make_unique<PlistDocument>();
     if (!pNew->parse(reinterpret_cast<const char*>(bytes.data()), bytes.size(), strError))
         return false;
     pDocument = std::move(pNew);
+    return true;
+}
+
+/// All bytes of the file, and its time.
+/// @return false, with both as they were, if it cannot be read, or is larger than settings are
+bool Preferences::Shared::read(std::vector<uint8_t>& bytes, uint32_t& ui32FileTime, std::string& strError)
+{
+    const std::unique_ptr<MOXPreferencesFile> pFile = pImpl->openFile(strName, false, ui32Domain, false, strError);
+    if (!pFile || pFile->pFile == nullptr)
+        return false;
+    uint64_t ui64Size = 0;
+    std::vector<uint8_t> whole;
+    const bool bRead = moxtexture::getFileSize(pFile->pFile, ui64Size) && ui64Size <= PlistDocument::k_uiMostBytes &&
+                       moxtexture::readWholeFile(pFile->pFile, whole);
+    const uint32_t ui32Opened = pFile->ui32Time;
+    if (!pImpl->closeFile(*pFile, false) || !bRead)
+    {
+        strError = "Failed to open preference file.";
+        return false;
+    }
+    bytes = std::move(whole);
+    ui32FileTime = ui32Opened;
     return true;
 }
 
@@ -233,7 +252,7 @@ Preferences::EResult Preferences::Shared::prepare(const std::string& strKey, std
     std::string strError;
     const bool bChanged =
         !m_bDirty && m_bReloadWatch && pImpl && pImpl->getModificationTime(strName, ui32Domain, ui32Now) && ui32Now != ui32Time;
-    if (bChanged && !load(strError))
+    if (bChanged && !load(strError, true))
         return eNoDocument;
     if (!pDocument)
         return eNoDocument;
@@ -320,7 +339,7 @@ Preferences::Preferences(const std::string& strApplicationName, uint32_t ui32Dom
 bool Preferences::load(std::string& strError, bool bWatch)
 {
     m_pShared->m_bReloadWatch = bWatch;
-    return m_pShared->load(strError);
+    return m_pShared->load(strError, false);
 }
 
 bool Preferences::save(bool bForce)

@@ -14,7 +14,7 @@ class MOXPreferencesImpl;
 /// does not end in eDone leaves its output as it is, or writes the default where one is given, so that a caller can preset a
 /// field and read over it. Setters make the dictionaries that are missing, and change an existing value's type to theirs.
 /// The file is written by save() alone. While it is watched and nothing is unsaved, every access first reads it anew where another
-/// process has changed it.
+/// process has changed it; as long as that cannot be read, accesses end in eNoDocument, and the values stay for when it can be.
 ///
 /// Copies share one document and all that is noted about it. For the main thread only.
 class Preferences
@@ -35,7 +35,8 @@ public:
     /// With a file layer of its own; null means that nothing can be loaded or saved.
     Preferences(const std::string& strApplicationName, uint32_t ui32Domain, std::unique_ptr<MOXPreferencesImpl> pImpl);
 
-    /// Reads the file, which is made where it is missing. A file that is no property list at all loads as an empty one.
+    /// Reads the file, which is made where it is missing. A file that is no property list at all loads as an empty one; one that
+    /// cannot be read, or is larger than settings ever are, does not load.
     ///
     /// @param strError  takes what to show; empty after success
     /// @param bWatch    notice later changes of the file

@@ -29,10 +29,11 @@ std::string withOneSeparator(std::string strPath)
     return strPath;
 }
 
-/// An "&" in a menu underlines the letter after it; two stand for the character itself.
+/// An "&" in a menu underlines the letter after it; two stand for the character itself. What follows a tab would be shown as a
+/// shortcut.
 QString getActionText(int iNumber, const QString& strPath)
 {
-    return QString("%1 %2").arg(QString::number(iNumber), getShortPath(strPath).replace('&', "&&"));
+    return QString("%1 %2").arg(QString::number(iNumber), getShortPath(strPath).replace('&', "&&").replace('\t', ' '));
 }
 
 void showFile(QAction& action, int iNumber, const std::string& strPath)
@@ -140,6 +141,7 @@ void RecentFiles::fileSelected()
     emit triggered(strPath, QByteArray(reinterpret_cast<const char*>(bytes.data()), static_cast<int>(bytes.size())));
 }
 
+/// The list, of which no more than the most files count, whatever another program has stored.
 /// @return false where there is something that can't be read; no list at all is an empty one
 bool RecentFiles::readList(std::deque<std::string>& list) const
 {
@@ -147,6 +149,7 @@ bool RecentFiles::readList(std::deque<std::string>& list) const
         return false;
     std::vector<std::string> files;
     const Preferences::EResult eResult = m_pPreferences->getTextArray(m_strKey, files);
+    files.resize(std::min<size_t>(files.size(), m_ui32MaxFiles));
     list.assign(files.begin(), files.end());
     return eResult == Preferences::eDone || eResult == Preferences::eKeyNotFound;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cerrno>
+#include <cstdio>
 #include <cstdlib>
 #include <memory>
 #include <string>
@@ -14,6 +16,7 @@ struct MemoryPreferencesFile
     uint32_t ui32Time = 1; ///< to be raised with each change of the content
     bool bMissing = false; ///< nothing can be opened, and there is no time
     bool bFull = false;    ///< what is written cannot be put in place
+    bool bFaulty = false;  ///< it can be opened, and has a size, but its bytes can't be read
     int iOpened = 0;       ///< times that it was read
     int iWritten = 0;      ///< times that it was replaced
 
@@ -45,7 +48,7 @@ public:
         if (bForWrite)
             pFile->pFile = ::open_memstream(&pFile->pWritten, &pFile->uiWritten);
         else
-            pFile->pFile = ::fmemopen(m_File.strContent.data(), m_File.strContent.size(), "rb");
+            pFile->pFile = m_File.bFaulty ? openFaulty(m_File) : ::fmemopen(m_File.strContent.data(), m_File.strContent.size(), "rb");
         m_File.iOpened += bForWrite ? 0 : 1;
         return pFile;
     }
@@ -91,6 +94,39 @@ private:
         char* pWritten = nullptr;
         size_t uiWritten = 0;
     };
+
+    struct FaultyPosition
+    {
+        off64_t i64Size;
+        off64_t i64Now = 0;
+    };
+
+    /// As a broken disk gives it.
+    static std::FILE* openFaulty(const MemoryPreferencesFile& file)
+    {
+        cookie_io_functions_t functions = {};
+        functions.read = [](void*, char*, size_t) -> ssize_t
+        {
+            errno = EIO;
+            return -1;
+        };
+        functions.seek = [](void* pCookie, off64_t* pOffset, int iFrom)
+        {
+            auto& position = *static_cast<FaultyPosition*>(pCookie);
+            if (iFrom == SEEK_END)
+                *pOffset += position.i64Size;
+            else if (iFrom == SEEK_CUR)
+                *pOffset += position.i64Now;
+            position.i64Now = *pOffset;
+            return 0;
+        };
+        functions.close = [](void* pCookie)
+        {
+            delete static_cast<FaultyPosition*>(pCookie);
+            return 0;
+        };
+        return ::fopencookie(new FaultyPosition{static_cast<off64_t>(file.strContent.size())}, "rb", functions);
+    }
 
     MemoryPreferencesFile& m_File;
 };

@@ -121,6 +121,20 @@ TEST_F(PreferencesTest, GiveBackEveryTypeAlsoFromTheFile)
     }
 }
 
+TEST_F(PreferencesTest, KeepCarriageReturns)
+{
+    m_Preferences.setText("\rkey", "\r\na\rb\r\r");
+    m_Preferences.setTextArray("list", {"/a\rb.mox"});
+    EXPECT_TRUE(m_Preferences.save());
+    EXPECT_NE(std::string::npos, m_File.strContent.find("<string>/a&#13;b.mox</string>")) << m_File.strContent;
+    EXPECT_EQ(std::string::npos, m_File.strContent.find('\r'));
+    reload();
+    EXPECT_EQ("\r\na\rb\r\r", getText("\rkey"));
+    std::vector<std::string> files;
+    EXPECT_EQ(Preferences::eDone, m_Preferences.getTextArray("list", files));
+    EXPECT_EQ(std::vector<std::string>{"/a\rb.mox"}, files);
+}
+
 TEST_F(PreferencesTest, WriteEachTypeAsItsElement)
 {
     m_Preferences.setText("text", "a");
@@ -426,6 +440,37 @@ TEST_F(PreferencesTest, StartEmptyFromAFileThatIsNoList)
     EXPECT_EQ("b", getText("a"));
 }
 
+TEST_F(PreferencesTest, AreNoneWhereTheFileCannotBeReadAndLeaveItAlone)
+{
+    const std::string strGood = dict("<key>a</key><string>precious</string>");
+    const std::string strLarge = dict("<key>a</key><string>" + std::string(4 << 20, 'x') + "</string>"); // of more than 4 MB
+    for (const bool bFaulty : {true, false})
+    {
+        const std::string& strContent = bFaulty ? strGood : strLarge;
+        m_File.replace(strContent);
+        m_File.bFaulty = bFaulty;
+        std::string strError;
+        EXPECT_FALSE(m_Preferences.load(strError, true));
+        EXPECT_EQ("ERROR: Failed to open preference file.", strError);
+        expectLeft<std::string>(Preferences::eNoDocument, &Preferences::getText, "a", "preset");
+        EXPECT_EQ(Preferences::eNoDocument, m_Preferences.setText("b", "mine"));
+        EXPECT_FALSE(m_Preferences.save());
+        EXPECT_FALSE(m_Preferences.save(true));
+        EXPECT_EQ(strContent, m_File.strContent);
+        EXPECT_EQ(0, m_File.iWritten);
+    }
+}
+
+TEST_F(PreferencesTest, ComeBackWhenAFileThatCouldNotBeReadCanBe)
+{
+    m_File.replace(dict("<key>a</key><string>precious</string>"));
+    m_File.bFaulty = true;
+    std::string strError;
+    EXPECT_FALSE(m_Preferences.load(strError, true));
+    m_File.bFaulty = false;
+    EXPECT_EQ("precious", getText("a"));
+}
+
 TEST_F(PreferencesTest, WriteTheFileOnlyToSaveAndOnlyWhatIsUnsaved)
 {
     m_Preferences.setInt("a", 1);
@@ -542,6 +587,30 @@ TEST_F(PreferencesTest, KeepTheirValuesWhereTheFileIsGone)
     EXPECT_TRUE(m_Preferences.save());
     m_File.bMissing = true;
     EXPECT_EQ("mine", getText("a"));
+}
+
+TEST_F(PreferencesTest, KeepTheirValuesOverAChangeThatCannotBeReadUntilItCan)
+{
+    reload(true);
+    m_Preferences.setText("a", "mine");
+    EXPECT_TRUE(m_Preferences.save());
+    const std::string strTheirs = dict("<key>b</key><string>theirs</string>");
+    m_File.replace(strTheirs);
+    m_File.bFaulty = true;
+    for (int iAccess = 0; iAccess < 2; ++iAccess)
+    {
+        expectLeft<std::string>(Preferences::eNoDocument, &Preferences::getText, "a", "preset");
+        EXPECT_EQ(Preferences::eNoDocument, m_Preferences.setText("c", "lost"));
+        EXPECT_TRUE(m_Preferences.save()); // of nothing: nothing was set
+        EXPECT_EQ(strTheirs, m_File.strContent);
+    }
+    // The old file again, as far as its time tells: then the old values hold.
+    --m_File.ui32Time;
+    EXPECT_EQ("mine", getText("a"));
+    ++m_File.ui32Time;
+    m_File.bFaulty = false;
+    EXPECT_EQ("theirs", getText("b"));
+    EXPECT_EQ("none", getText("a"));
 }
 
 TEST_F(PreferencesTest, GiveTheDefaultWhereTheChangedFileCannotBeLoaded)

@@ -273,6 +273,35 @@ TEST_F(RecentFilesList, AnAmpersandIsShownAsOne)
     EXPECT_THAT(texts(), ElementsAre("1 /a&&b")); // a single one would underline the letter
 }
 
+TEST_F(RecentFilesList, ATabIsShownAsABlank)
+{
+    const QString strPath = add("a\tb\tc.mox");
+    m_pRecent->setMenu(m_pMenu.get());
+    EXPECT_EQ("1 " + getShortPath(strPath).replace('\t', ' '), shownActions()[0]->text());
+    EXPECT_FALSE(shownActions()[0]->text().contains('\t'));
+    EXPECT_EQ(strPath, shownActions()[0]->toolTip());
+}
+
+TEST_F(RecentFilesList, ANameWithACarriageReturnOutlivesTheProgram)
+{
+    add("a\rb.mox");
+    std::vector<std::string> files;
+    m_Preferences.startAgain().getTextArray("Recent files", files);
+    EXPECT_THAT(files, ElementsAre(path("a\rb.mox")));
+}
+
+TEST_F(RecentFilesList, NoMoreThanTheMostFilesAreTakenFromTheSettings)
+{
+    start(eRecentFilesNone);
+    std::vector<std::string> files;
+    for (int i = 0; i < 60000; ++i)
+        files.push_back("/" + std::to_string(i));
+    store(files);
+    m_pRecent->setMenu(m_pMenu.get());
+    files.resize(10);
+    EXPECT_EQ(files, shown());
+}
+
 TEST_F(RecentFilesList, TheMenuFollowsTheListWhenItOpens)
 {
     start(eRecentFilesNone);
