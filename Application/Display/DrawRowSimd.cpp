@@ -62,53 +62,43 @@ struct LaneColours
     uint32_t ui32Mask;    ///< leaves alpha alone
 };
 
-template <class D>
-HWY_INLINE hn::Vec<D> joinChannels(D d, hn::Vec<D> redBlue, hn::Vec<D> green, hn::Vec<D> alpha, const LaneColours& colours)
-{
-    const auto joined = hn::Or(hn::Or(redBlue, hn::ShiftLeft<8>(green)), hn::ShiftLeft<24>(alpha));
-    return hn::And(joined, hn::Set(d, colours.ui32Mask));
-}
-
-void BlendRow(const CMOXDrawPixel& drawPixel, const uint8_t* pui8Source, uint8_t* pui8Target, size_t uiCount)
+/// Blends a row: alpha of a pixel, then its colours by mix(tag, channels, background of these channels, alpha), then the mask.
+template <typename Mix>
+HWY_INLINE void blendRow(const CMOXDrawPixel& drawPixel, const uint8_t* pui8Source, uint8_t* pui8Target, size_t uiCount, Mix mix)
 {
     const LaneColours colours(drawPixel);
     shadeRow(pui8Source, pui8Target, uiCount,
              [&](auto d, auto pixels) HWY_ATTR
              {
-                 const auto mask = hn::Set(d, k_ui32TwoChannels);
                  const auto alpha = hn::Or(hn::ShiftRight<24>(pixels), hn::Set(d, colours.ui32AlphaOn));
-                 // bg * (255 - a) + src * a as bg * 255 + (src - bg) * a: differences may borrow from the upper channel, the sum gives it
-                 // back.
-                 const auto mix = [&](auto source, uint32_t ui32BG) HWY_ATTR
-                 {
-                     const auto difference = hn::Mul(hn::Sub(source, hn::Set(d, ui32BG)), alpha);
-                     return divideBy255(d, hn::Add(hn::Set(d, ui32BG * 255), difference));
-                 };
-                 const auto redBlue = mix(hn::And(pixels, mask), colours.ui32RedBlue);
-                 const auto green = mix(hn::And(hn::ShiftRight<8>(pixels), hn::Set(d, 0xFF)), colours.ui32Green);
-                 return joinChannels(d, redBlue, green, alpha, colours);
+                 const auto redBlue = mix(d, hn::And(pixels, hn::Set(d, k_ui32TwoChannels)), colours.ui32RedBlue, alpha);
+                 const auto green = mix(d, hn::And(hn::ShiftRight<8>(pixels), hn::Set(d, 0xFF)), colours.ui32Green, alpha);
+                 const auto joined = hn::Or(hn::Or(redBlue, hn::ShiftLeft<8>(green)), hn::ShiftLeft<24>(alpha));
+                 return hn::And(joined, hn::Set(d, colours.ui32Mask));
+             });
+}
+
+void BlendRow(const CMOXDrawPixel& drawPixel, const uint8_t* pui8Source, uint8_t* pui8Target, size_t uiCount)
+{
+    // bg * (255 - a) + src * a as bg * 255 + (src - bg) * a: differences may borrow from the upper channel, the sum gives it back.
+    blendRow(drawPixel, pui8Source, pui8Target, uiCount,
+             [](auto d, auto source, uint32_t ui32BG, auto alpha) HWY_ATTR
+             {
+                 const auto difference = hn::Mul(hn::Sub(source, hn::Set(d, ui32BG)), alpha);
+                 return divideBy255(d, hn::Add(hn::Set(d, ui32BG * 255), difference));
              });
 }
 
 void PreMultBlendRow(const CMOXDrawPixel& drawPixel, const uint8_t* pui8Source, uint8_t* pui8Target, size_t uiCount)
 {
-    const LaneColours colours(drawPixel);
-    shadeRow(pui8Source, pui8Target, uiCount,
-             [&](auto d, auto pixels) HWY_ATTR
+    blendRow(drawPixel, pui8Source, pui8Target, uiCount,
+             [](auto d, auto source, uint32_t ui32BG, auto alpha) HWY_ATTR
              {
-                 const auto mask = hn::Set(d, k_ui32TwoChannels);
-                 const auto alpha = hn::Or(hn::ShiftRight<24>(pixels), hn::Set(d, colours.ui32AlphaOn));
                  const auto rest = hn::Sub(hn::Set(d, 255), alpha);
-                 const auto mix = [&](auto source, uint32_t ui32BG) HWY_ATTR
-                 {
-                     const auto sum = hn::Add(source, divideBy255(d, hn::Mul(hn::Set(d, ui32BG), rest)));
-                     // A sum of 256 or more has bit 8, which becomes eight set bits.
-                     const auto over = hn::And(hn::ShiftRight<8>(sum), hn::Set(d, 0x00010001));
-                     return hn::And(hn::Or(sum, hn::Sub(hn::ShiftLeft<8>(over), over)), mask);
-                 };
-                 const auto redBlue = mix(hn::And(pixels, mask), colours.ui32RedBlue);
-                 const auto green = mix(hn::And(hn::ShiftRight<8>(pixels), hn::Set(d, 0xFF)), colours.ui32Green);
-                 return joinChannels(d, redBlue, green, alpha, colours);
+                 const auto sum = hn::Add(source, divideBy255(d, hn::Mul(hn::Set(d, ui32BG), rest)));
+                 // A sum of 256 or more has bit 8, which becomes eight set bits.
+                 const auto over = hn::And(hn::ShiftRight<8>(sum), hn::Set(d, 0x00010001));
+                 return hn::And(hn::Or(sum, hn::Sub(hn::ShiftLeft<8>(over), over)), hn::Set(d, k_ui32TwoChannels));
              });
 }
 

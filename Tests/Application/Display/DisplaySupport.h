@@ -1,9 +1,12 @@
 #pragma once
 
+#include <array>
 #include <string>
 #include <vector>
 
+#include "Display/CMOXDrawPixel.h"
 #include "Display/PixelImage.h"
+#include "Support/SeededPictures.h"
 
 namespace displaytest
 {
@@ -46,6 +49,16 @@ inline std::vector<uint8_t> makeLetters(const std::string& strLetters)
         for (const uint8_t ui8Byte : {static_cast<uint8_t>(cLetter), uint8_t{0}, uint8_t{0}, uint8_t{255}})
             pixels.push_back(ui8Byte);
     return pixels;
+}
+
+/// The functors of a random background and mask.
+inline CDrawPixelChoice makeRandomChoice(testsupport::CSeededRandom& random)
+{
+    std::array<uint8_t, 4> aui8Mask;
+    for (uint8_t& ui8Mask : aui8Mask)
+        ui8Mask = random.below(3) != 0 ? 255 : 0;
+    const std::vector<uint8_t> bg = random.bytes(4);
+    return {{bg[0], bg[1], bg[2], bg[3]}, aui8Mask};
 }
 
 } // namespace displaytest

@@ -77,11 +77,7 @@ TEST(DrawCube, BothFormsAreEqualOnRandomViews)
         const std::vector<uint8_t> pixels = random.bytes(size_t{24} * faces.uiWidth * faces.uiHeight);
         for (size_t i = 0; i < 6; ++i)
             faces.apui8Pixels[i] = random.below(5) == 0 ? nullptr : pixels.data() + i * 4 * faces.uiWidth * faces.uiHeight;
-        std::array<uint8_t, 4> aui8Mask;
-        for (uint8_t& ui8Mask : aui8Mask)
-            ui8Mask = random.below(3) != 0 ? 255 : 0;
-        const std::vector<uint8_t> bg = random.bytes(4);
-        const CDrawPixelChoice choice({bg[0], bg[1], bg[2], bg[3]}, aui8Mask);
+        const CDrawPixelChoice choice = displaytest::makeRandomChoice(random);
         const CMOXDrawPixel& drawPixel = choice.choose(random.below(2) == 0);
         const ViewOffset offset = {static_cast<int32_t>(random.below(5000)) - 2500, static_cast<int32_t>(random.below(1025)) - 512};
         const auto fZoom = static_cast<float>(1u << random.below(8));

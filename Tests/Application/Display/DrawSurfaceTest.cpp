@@ -259,11 +259,7 @@ TEST(DrawSurfaceForms, AreEqualOnRandomViews)
         const uint32_t uiHeight = 1 + random.below(130);
         const std::vector<uint8_t> pixels = random.bytes(size_t{4} * uiWidth * uiHeight);
         const SourceImage source{uiWidth, uiHeight, random.below(20) == 0 ? nullptr : pixels.data()};
-        std::array<uint8_t, 4> aui8Mask;
-        for (uint8_t& ui8Mask : aui8Mask)
-            ui8Mask = random.below(3) != 0 ? 255 : 0;
-        const std::vector<uint8_t> bg = random.bytes(4);
-        const CDrawPixelChoice choice({bg[0], bg[1], bg[2], bg[3]}, aui8Mask);
+        const CDrawPixelChoice choice = displaytest::makeRandomChoice(random);
         const CMOXDrawPixel& drawPixel = choice.choose(random.below(2) == 0);
         const PixelGrid grid{1 + random.below(9)};
         const PixelGrid* pGrid = random.below(2) == 0 ? &grid : nullptr;
