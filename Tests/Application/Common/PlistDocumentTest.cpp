@@ -20,7 +20,7 @@ std::string textOf(const PlistDocument& document)
     std::FILE* pFile = ::open_memstream(&pText, &uiSize);
     document.write(pFile);
     std::fclose(pFile);
-    const std::string strText(pText, uiSize);
+    std::string strText(pText, uiSize);
     std::free(pText);
     return strText;
 }
@@ -71,7 +71,7 @@ std::string nested(size_t uiLevels, const std::string& strInside)
 {
     std::string strText = strInside;
     for (size_t i = 0; i < uiLevels; ++i)
-        strText = "<dict><key>a</key>" + strText + "</dict>";
+        strText.insert(0, "<dict><key>a</key>").append("</dict>");
     return strText;
 }
 
