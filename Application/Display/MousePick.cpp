@@ -31,6 +31,7 @@ void pickTiled(const MousePickView& view, int32_t x, int32_t y, MousePick& pick)
     const float fInverseZoom = 1.0f / view.fZoom;
     pick.i32PixelX = toPixel(getTexelTiled(int64_t{view.offset.x} + x, fInverseZoom, view.uiSurfaceWidth));
     pick.i32PixelY = toPixel(getTexelTiled(int64_t{view.offset.y} + y, fInverseZoom, view.uiSurfaceHeight));
+    pick.uiCubeFace = view.uiFace;
 }
 
 void pickCube(const MousePickView& view, int32_t x, int32_t y, MousePick& pick)

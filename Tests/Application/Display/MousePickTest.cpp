@@ -83,13 +83,13 @@ TEST(MousePick, SingleReachesIntoTheRestThatIsTooSmallForAScreenPixel)
     expectPick({false, 12, 4, 3}, pickMousePixel(view, 3, 1));
 }
 
-TEST(MousePick, TiledWrapsOnBothSidesAndKeepsTheLastFace)
+TEST(MousePick, TiledWrapsOnBothSidesOfTheFaceThatIsShown)
 {
     MousePickView view = makeView(eViewTiled);
     view.offset = {-7, -5};
     const MousePick last = {false, 0, 0, 5};
-    expectPick({true, 7, 4, 5}, pickMousePixel(view, 0, 0, last)); // -3.5 is -3, and 7; -2.5 is -2, and 4
-    expectPick({true, 0, 1, 5}, pickMousePixel(view, 6, 7, last)); // -0.5 is 0; 2 / 2
+    expectPick({true, 7, 4, 3}, pickMousePixel(view, 0, 0, last)); // -3.5 is -3, and 7; -2.5 is -2, and 4
+    expectPick({true, 0, 1, 3}, pickMousePixel(view, 6, 7, last)); // -0.5 is 0; 2 / 2
 }
 
 TEST(MousePick, CubeGivesTheTexelAndItsFace)
