@@ -116,7 +116,7 @@ void CTexViewWindowSingle::redo()
 
 int CTexViewWindowSingle::bringStoredUpToDate()
 {
-    if (!m_Document.isModified())
+    if (!m_Document.isModified() && !m_Document.isStoredBehind())
         return eSaveDone;
     const QString strFormat = QString::fromStdString(getFormatName(m_Document.getStored().getPixelFormat()));
     const auto eAnswer = QMessageBox::question(

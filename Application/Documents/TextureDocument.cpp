@@ -87,6 +87,7 @@ bool CTextureDocument::beginEdit()
         });
     if (!bKept)
         m_Undo = CMOXTexture();
+    m_ui64UndoState = m_ui64WorkingState;
     m_bCanUndo = bKept;
     m_bCanRedo = false;
     return bKept;
@@ -94,6 +95,7 @@ bool CTextureDocument::beginEdit()
 
 bool CTextureDocument::endEdit()
 {
+    m_ui64WorkingState = ++m_ui64LastState;
     ++m_i32ChangeCount;
     m_bModified = true;
     return rebuildDisplay();
@@ -124,6 +126,7 @@ bool CTextureDocument::redo()
 void CTextureDocument::exchange()
 {
     std::swap(m_Working, m_Undo);
+    std::swap(m_ui64WorkingState, m_ui64UndoState);
     std::swap(m_bCanUndo, m_bCanRedo);
     rebuildDisplay();
 }
@@ -158,6 +161,7 @@ bool CTextureDocument::encodeStored()
                            false))
                 return false;
             m_Stored = std::move(encoded);
+            m_ui64StoredState = m_ui64WorkingState;
             m_bCanUndo = false;
             m_bCanRedo = false;
             m_Undo = CMOXTexture();

@@ -27,8 +27,10 @@ public:
 
     [[nodiscard]] bool canUndo() const { return m_bCanUndo; }
     [[nodiscard]] bool canRedo() const { return m_bCanRedo; }
-    /// The working texture has changed since the stored one was made from it.
+    /// There were edits since the last save.
     [[nodiscard]] bool isModified() const { return m_bModified; }
+    /// The stored texture lacks an edit, or has one that was undone. A save that wrote nothing leaves it so.
+    [[nodiscard]] bool isStoredBehind() const { return m_ui64StoredState != m_ui64WorkingState; }
     /// Edits since the last save, less those undone; 1 or more shows in the title.
     [[nodiscard]] int32_t getChangeCount() const { return m_i32ChangeCount; }
     [[nodiscard]] bool isNeverSaved() const { return m_bNeverSaved; }
@@ -75,6 +77,11 @@ private:
     moxtexture::CMOXTexture m_Stored;
     moxtexture::CMOXTexture m_Display;
     moxtexture::CMOXTexture m_Undo;
+    // Every edit makes a state with a number of its own; textures of one number show the same.
+    uint64_t m_ui64LastState = 0;
+    uint64_t m_ui64WorkingState = 0;
+    uint64_t m_ui64UndoState = 0;
+    uint64_t m_ui64StoredState = 0;
     bool m_bCanUndo = false;
     bool m_bCanRedo = false;
     bool m_bModified = false;

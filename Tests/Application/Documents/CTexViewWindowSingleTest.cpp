@@ -376,6 +376,38 @@ TEST_F(SavingAView, ANameEndingOtherwiseWritesNothingAndCountsAsSaved)
     EXPECT_EQ(3u, m_Answers.seen().size()) << "and asks nothing";
 }
 
+TEST_F(SavingAView, EditsThatASaveDidNotWriteAreEncodedByTheNextOne)
+{
+    open(path("a.mox"));
+    edit(9);
+    thenChoose(path("b.png"));
+    EXPECT_EQ(1, m_pView->saveAs(false, 2));
+    expectState(path("b.png"), false, 0, eDocumentFile);
+    EXPECT_EQ("b.png", m_pView->getViewTitle());
+
+    thenChoose(path("c.mox")).thenPress(QMessageBox::Yes);
+    EXPECT_EQ(1, m_pView->saveAs(false, 2));
+    ASSERT_EQ(3u, m_Answers.seen().size());
+    expectBox(2, "Texture Modified", k_acReencode, QMessageBox::Yes | QMessageBox::Abort);
+    EXPECT_EQ(twelveOf(9), dataOf(CMOXTexture(path("c.mox"))));
+
+    EXPECT_EQ(1, m_pView->save());
+    EXPECT_EQ(3u, m_Answers.seen().size()) << "it is up to date now";
+}
+
+TEST_F(SavingAView, EditsUndoneAfterASaveThatWroteNothingAskNoMore)
+{
+    open(path("a.mox"));
+    edit(9);
+    thenChoose(path("b.png"));
+    EXPECT_EQ(1, m_pView->saveAs(false, 2));
+    m_pView->undo();
+    thenChoose(path("c.mox"));
+    EXPECT_EQ(1, m_pView->saveAs(false, 2));
+    EXPECT_EQ(2u, m_Answers.seen().size());
+    EXPECT_EQ(twelveOf(5), dataOf(CMOXTexture(path("c.mox"))));
+}
+
 TEST_F(SavingAView, ALaterSaveThatWritesIsNoLongerNothing)
 {
     open(path("a.mox"));
