@@ -105,10 +105,13 @@ bool CTextureDocument::undo()
 {
     if (!m_bCanUndo)
         return false;
-    if (m_i32ChangeCount > 0)
-        --m_i32ChangeCount;
-    if (m_i32ChangeCount == 0)
-        m_bModified = false;
+    if (isEditKept())
+    {
+        if (m_i32ChangeCount > 0)
+            --m_i32ChangeCount;
+        if (m_i32ChangeCount == 0)
+            m_bModified = false;
+    }
     exchange();
     return true;
 }
@@ -117,8 +120,11 @@ bool CTextureDocument::redo()
 {
     if (!m_bCanRedo)
         return false;
-    ++m_i32ChangeCount;
-    m_bModified = true;
+    if (isEditKept())
+    {
+        ++m_i32ChangeCount;
+        m_bModified = true;
+    }
     exchange();
     return true;
 }

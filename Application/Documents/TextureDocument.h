@@ -71,6 +71,8 @@ public:
     void markSaved();
 
 private:
+    /// False where what was kept for undo is the working texture itself: the edit was begun only, and there is nothing to count.
+    [[nodiscard]] bool isEditKept() const { return m_ui64UndoState != m_ui64WorkingState; }
     void exchange();
 
     moxtexture::CMOXTexture m_Working;

@@ -569,6 +569,18 @@ TEST_F(SavingAView, AnUnsavedKindUndoneThroughItsFirstEditStillAsks)
     EXPECT_EQ(1u, m_Answers.seen().size());
 }
 
+TEST_F(SavingAView, AnEditStillAsksAfterAnUndoOfOneThatWasBegunOnly)
+{
+    open(path("a.mox"));
+    edit(9);
+    ASSERT_TRUE(m_pView->beginEdit());
+    m_pView->undo();
+    EXPECT_EQ("a.mox *", m_pView->getViewTitle());
+    m_Answers.thenPress(QMessageBox::Cancel);
+    EXPECT_FALSE(m_pView->close());
+    EXPECT_EQ(1u, m_Answers.seen().size());
+}
+
 TEST_F(SavingAView, ADiscardedWindowAsksNothing)
 {
     open(path("a.mox"), eDocumentNew);

@@ -218,6 +218,23 @@ TEST(TextureDocument, AnEditThatWasBegunOnlyLeavesAnUndoToTheSameTexture)
     EXPECT_FALSE(document.isModified());
 }
 
+TEST(TextureDocument, AnUndoOfAnEditThatWasBegunOnlyLeavesTheCountsOfTheEditBefore)
+{
+    CTextureDocument document = makeDocument();
+    edit(document, 9);
+    EXPECT_TRUE(document.beginEdit());
+    for (int i = 0; i < 2; ++i)
+    {
+        EXPECT_TRUE(document.undo());
+        EXPECT_EQ(1, document.getChangeCount());
+        EXPECT_TRUE(document.isModified());
+        EXPECT_TRUE(document.redo());
+        EXPECT_EQ(1, document.getChangeCount());
+        EXPECT_TRUE(document.isModified());
+    }
+    EXPECT_EQ(sixteenOf(9), dataOf(document.getWorking()));
+}
+
 TEST(TextureDocument, AnUnsavedKindStaysUnsavedWhenItsFirstEditIsUndone)
 {
     CTextureDocument document = makeDocument(eDocumentEncoded);
