@@ -4,11 +4,12 @@
 #include <memory>
 #include <string>
 
+#include <QtCore/QPointer>
+#include <QtWidgets/QMdiSubWindow>
+
 #include "Display/DisplayRoutine.h"
 #include "Documents/CTexViewWindow.h"
 #include "Documents/TextureDocument.h"
-
-class QMdiSubWindow;
 
 namespace Ui
 {
@@ -23,7 +24,7 @@ class CTexViewWindowSingle : public CTexViewWindow
 public:
     /// @param stored, working  moved in: a caller that keeps neither costs no copy
     /// @param ui32SourceKind   of EDocumentKind
-    /// @param pEncodedFrom     for an encoded document the sub window it came from; only compared with living windows, never used
+    /// @param pEncodedFrom     for an encoded document the sub window it came from; forgotten when that goes
     CTexViewWindowSingle(moxtexture::CMOXTexture stored, moxtexture::CMOXTexture working, const std::string& strName,
                          Preferences* pPreferences, uint32_t ui32SourceKind, QMdiSubWindow* pEncodedFrom, QWidget* pParent);
     ~CTexViewWindowSingle() override;
@@ -56,6 +57,7 @@ public:
     [[nodiscard]] bool wroteNothing() const { return m_bWroteNothing; }
 
     [[nodiscard]] uint32_t getSourceKind() const { return m_Document.getSourceKind(); }
+    /// Null once that window is gone.
     [[nodiscard]] QMdiSubWindow* getEncodedFrom() const { return m_pEncodedFrom; }
 
 signals:
@@ -77,6 +79,6 @@ private:
     std::unique_ptr<Ui::Widget_SingleViewWindow> m_pForm;
     CTextureDocument m_Document;
     DisplayPicture m_Picture;
-    QMdiSubWindow* m_pEncodedFrom;
+    QPointer<QMdiSubWindow> m_pEncodedFrom;
     bool m_bWroteNothing = false;
 };

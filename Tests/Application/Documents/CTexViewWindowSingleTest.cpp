@@ -138,6 +138,14 @@ TEST(SingleView, TellsWhereItWasEncodedFrom)
     EXPECT_EQ(6u, view.getSourceKind());
 }
 
+TEST(SingleView, ForgetsWhereItWasEncodedFromWhenThatIsGone)
+{
+    auto pSource = std::make_unique<QMdiSubWindow>();
+    const CTexViewWindowSingle view(makeBytes(2, 2), makeBytes(2, 2), "a.mox", nullptr, eDocumentEncoded, pSource.get(), nullptr);
+    pSource.reset();
+    EXPECT_EQ(nullptr, view.getEncodedFrom()) << "a later window may stand in the same place";
+}
+
 TEST(SingleView, MovesItsTexturesIn)
 {
     CMOXTexture stored = makeBytes(2, 2);
