@@ -92,11 +92,11 @@ protected:
     std::unique_ptr<CTexViewWindowSingle> m_pView;
 };
 
-CMOXTexture makeCube()
+CMOXTexture makeCube(uint32_t uiSize = 8)
 {
-    CMOXTexture texture = makeBytes(8, 8, 0, 1, 1, 6);
+    CMOXTexture texture = makeBytes(uiSize, uiSize, 0, 1, 1, 6);
     for (uint32_t uiFace = 0; uiFace < 6; ++uiFace)
-        std::memset(texture.getDataPtr(0, 0, uiFace), static_cast<int>(10 * uiFace + 200), 8 * 8 * 4);
+        std::memset(texture.getDataPtr(0, 0, uiFace), static_cast<int>(10 * uiFace + 200), size_t{4} * uiSize * uiSize);
     return texture;
 }
 
@@ -535,7 +535,21 @@ TEST_F(ViewWindow, ACubeReadsTheFaceUnderTheMouse)
     EXPECT_EQ(240u, aui32Values[0]);
 }
 
-TEST_F(ViewWindow, ChangingToACubeFindsTheFaceByThePresentPixelOrTheMiddle)
+TEST_F(ViewWindow, ChangingToACubeFindsTheFaceByThePresentPixelWhereThereIsOne)
+{
+    show(makeCube(64));
+    m_pView->slotUpdateZoomScalePosition(5);
+    moveMouse(20, 12);
+    ASSERT_EQ(QPoint(5, 3), pixel());
+    // On purpose: the texel is taken for a place of the window. x = -1 + 5 / 32, y = 1 - 3 / 32, z = 4: face +Z with u = -0.2109375,
+    // 0.7890625 * 32 = 25.25, and v = -0.2265625, 0.7734375 * 32 = 24.75.
+    m_pView->slotChangeViewMode(eViewCube);
+    EXPECT_TRUE(m_pView->isMouseInside());
+    EXPECT_EQ(4u, m_pView->getCubeFace());
+    EXPECT_EQ(QPoint(25, 24), pixel());
+}
+
+TEST_F(ViewWindow, ChangingToACubeFindsTheFaceByTheMiddleElse)
 {
     show(makeCube());
     moveMouse(32, 32);
