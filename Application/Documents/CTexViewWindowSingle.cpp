@@ -208,9 +208,14 @@ int CTexViewWindowSingle::saveImage()
     return eSaveDone;
 }
 
+bool CTexViewWindowSingle::wouldAskToClose() const
+{
+    return !isDiscardedOnClose() && (m_Document.isModified() || m_Document.isNeverSaved() || m_Document.isColourSpaceUnsaved());
+}
+
 bool CTexViewWindowSingle::mayClose()
 {
-    if ((!m_Document.isModified() && !m_Document.isNeverSaved()) || isDiscardedOnClose())
+    if (!wouldAskToClose())
         return true;
     const auto eAnswer = QMessageBox::question(this, "Texture Modified", "Do you wish to save this texture before closing?",
                                                QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);

@@ -37,6 +37,7 @@ public:
     void updateDisplay(bool bForce) override;
     [[nodiscard]] bool isModified() const override { return m_Document.isModified(); }
     [[nodiscard]] int32_t getChangeCount() const override { return m_Document.getChangeCount(); }
+    [[nodiscard]] bool wouldAskToClose() const override;
 
     /// @return false where memory is refused: nothing is kept for undo then, and the edit should not begin
     bool beginEdit();

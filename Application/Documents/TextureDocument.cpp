@@ -69,7 +69,7 @@ CMOXTexture makePicture(const CMOXTexture& texture, uint32_t uiMIPLevel, uint32_
 } // namespace
 
 CTextureDocument::CTextureDocument(CMOXTexture stored, CMOXTexture working, uint32_t ui32Kind)
-    : m_Working(std::move(working)), m_Stored(std::move(stored)), m_ui32SourceKind(ui32Kind)
+    : m_Working(std::move(working)), m_Stored(std::move(stored)), m_eSavedColourSpace(m_Stored.getColourSpace()), m_ui32SourceKind(ui32Kind)
 {
     if (ui32Kind == eDocumentFile)
         return;
@@ -206,4 +206,5 @@ void CTextureDocument::markSaved()
     m_bModified = false;
     m_i32ChangeCount = 0;
     m_bNeverSaved = false;
+    m_eSavedColourSpace = m_Stored.getColourSpace();
 }

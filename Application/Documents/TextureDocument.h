@@ -34,6 +34,9 @@ public:
     /// Edits since the last save, less those undone; 1 or more shows in the title.
     [[nodiscard]] int32_t getChangeCount() const { return m_i32ChangeCount; }
     [[nodiscard]] bool isNeverSaved() const { return m_bNeverSaved; }
+    /// The stored texture has another colour space than when it was opened or last saved. The next save writes it as it is: this is
+    /// no modification and no counted change, but something to lose.
+    [[nodiscard]] bool isColourSpaceUnsaved() const { return m_Stored.getColourSpace() != m_eSavedColourSpace; }
     [[nodiscard]] uint32_t getSourceKind() const { return m_ui32SourceKind; }
     void setSourceKind(uint32_t ui32Kind) { m_ui32SourceKind = ui32Kind; }
 
@@ -88,6 +91,7 @@ private:
     bool m_bCanRedo = false;
     bool m_bModified = false;
     int32_t m_i32ChangeCount = 0;
+    moxtexture::EMOXTColourSpace m_eSavedColourSpace;
     uint32_t m_ui32SourceKind;
     bool m_bNeverSaved = false;
 };

@@ -589,6 +589,36 @@ TEST_F(SavingAView, AnEditStillAsksAfterAnUndoOfOneThatWasBegunOnly)
     EXPECT_EQ(1u, m_Answers.seen().size());
 }
 
+TEST_F(SavingAView, AColourSpaceThatIsNotSavedAsksBeforeClosing)
+{
+    open(path("a.mox"));
+    m_pView->getStoredTexture().setColourSpace(eCS_sRGB);
+    expectState(path("a.mox"), false, 0, eDocumentFile);
+    EXPECT_EQ("a.mox", m_pView->getViewTitle());
+    EXPECT_TRUE(m_pView->wouldAskToClose());
+    m_Answers.thenPress(QMessageBox::Cancel);
+    EXPECT_FALSE(m_pView->close());
+    expectBox(0, "Texture Modified", "Do you wish to save this texture before closing?",
+              QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+
+    m_Answers.thenPress(QMessageBox::Yes);
+    EXPECT_TRUE(m_pView->close());
+    EXPECT_EQ(2u, m_Answers.seen().size()) << "nothing is encoded for it";
+    EXPECT_EQ(eCS_sRGB, CMOXTexture(path("a.mox")).getColourSpace());
+    EXPECT_EQ(twelveOf(5), dataOf(CMOXTexture(path("a.mox"))));
+    EXPECT_FALSE(m_pView->wouldAskToClose());
+}
+
+TEST_F(SavingAView, AColourSpaceThatWasChosenBackAsksNothing)
+{
+    open(path("a.mox"));
+    m_pView->getStoredTexture().setColourSpace(eCS_sRGB);
+    m_pView->getStoredTexture().setColourSpace(eCS_Linear);
+    EXPECT_FALSE(m_pView->wouldAskToClose());
+    EXPECT_TRUE(m_pView->close());
+    EXPECT_TRUE(m_Answers.seen().empty());
+}
+
 TEST_F(SavingAView, ADiscardedWindowAsksNothing)
 {
     open(path("a.mox"), eDocumentNew);
