@@ -1,10 +1,7 @@
 #include "Documents/TextureDocument.h"
 
-#include <fstream>
 #include <string>
 #include <utility>
-
-#include <sys/resource.h>
 
 #include <QtGui/QImage>
 #include <gtest/gtest.h>
@@ -12,6 +9,7 @@
 #include "Application/Documents/DocumentSupport.h"
 #include "Files/LoadTexture.h"
 #include "Support/FileSizeLimit.h"
+#include "Support/MemoryLimit.h"
 #include "Support/TemporaryFolder.h"
 
 using namespace moxtexture;
@@ -47,37 +45,7 @@ uint32_t paddingOf(const CMOXTextureHeader& header)
     return pBlock != nullptr ? pBlock->u32DataSize : 0;
 }
 
-// The sanitisers' own memory does not fit below a limit.
-#if defined(__SANITIZE_ADDRESS__)
-#define HALVANE_SANITISED
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define HALVANE_SANITISED
-#endif
-#endif
-
 #ifndef HALVANE_SANITISED
-/// While it lives, the process gets little more memory than it has.
-class CMemoryLimit
-{
-public:
-    CMemoryLimit()
-    {
-        ::getrlimit(RLIMIT_AS, &m_Earlier);
-        rlim_t uiPages = 0;
-        std::ifstream("/proc/self/statm") >> uiPages;
-        const rlimit limit = {uiPages * 4096 + k_uiSlack, m_Earlier.rlim_max};
-        ::setrlimit(RLIMIT_AS, &limit);
-    }
-    CMemoryLimit(const CMemoryLimit&) = delete;
-    CMemoryLimit& operator=(const CMemoryLimit&) = delete;
-    ~CMemoryLimit() { ::setrlimit(RLIMIT_AS, &m_Earlier); }
-
-private:
-    static constexpr rlim_t k_uiSlack = 16 << 20;
-    rlimit m_Earlier = {};
-};
-
 /// 256 MiB that nobody has touched, so that they cost nothing.
 CMOXTexture makeLarge()
 {
