@@ -115,7 +115,8 @@ void drawPictures(DisplayPicture* pPictures, uint32_t uiCount, DisplayView& view
         if (!size.isPossible() || !picture.buffer.resize(static_cast<size_t>(4 * size.i64Width * size.i64Height)))
             return;
 
-        // The label shows these very bytes. It lets go of them now; whoever copied its picture keeps them.
+        // The label shows these very bytes. It lets go of them now; whoever copied its picture keeps them. It gets the next picture
+        // also where memory is short: drawing can do without.
         picture.pLabel->clear();
         picture.image = QImage();
         picture.buffer.leaveToHolders();

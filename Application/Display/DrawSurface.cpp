@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 #include <limits>
+#include <new>
 #include <optional>
 #include <vector>
 
@@ -184,6 +185,22 @@ private:
     std::vector<TexelRun> m_aRuns; ///< of a row; empty where texels are better fetched one by one
 };
 
+/// Draws the fast way, or the plain way, which takes no memory, where memory is refused.
+template <typename Fast, typename Plain>
+void drawWithinMemory(const TargetImage& target, EPixelOrder eOrder, Fast drawFast, Plain drawPlain)
+{
+    try
+    {
+        drawFast();
+    }
+    catch (const std::bad_alloc&)
+    {
+        drawPlain();
+        if (eOrder == EPixelOrder::eScreen)
+            swapRowForScreen(target.pui8Pixels, size_t{target.uiWidth} * target.uiHeight);
+    }
+}
+
 } // namespace
 
 ViewOffset clampSingleOffset(uint32_t uiSourceWidth, uint32_t uiSourceHeight, uint32_t uiTargetWidth, uint32_t uiTargetHeight,
@@ -230,8 +247,15 @@ void drawSingle(const SourceImage& source, const TargetImage& target, ViewOffset
         return makeAxis(static_cast<uint32_t>(i64Count), i32Offset, i64Step,
                         [&](int64_t i64Place) { return getTexelWithin(i64Place, 1.0f / fZoom, uiSourceSize); });
     };
-    CSurfaceRows(source, target, drawPixel, eOrder)
-        .draw(makeSingleAxis(target.uiWidth, source.uiWidth, offset.x), makeSingleAxis(target.uiHeight, source.uiHeight, offset.y), pGrid);
+    drawWithinMemory(
+        target, eOrder,
+        [&]
+        {
+            CSurfaceRows(source, target, drawPixel, eOrder)
+                .draw(makeSingleAxis(target.uiWidth, source.uiWidth, offset.x), makeSingleAxis(target.uiHeight, source.uiHeight, offset.y),
+                      pGrid);
+        },
+        [&] { drawSingleReference(source, target, offset, fZoom, drawPixel, pGrid); });
 }
 
 void drawTiledReference(const SourceImage& source, const TargetImage& target, ViewOffset offset, float fZoom,
@@ -264,6 +288,13 @@ void drawTiled(const SourceImage& source, const TargetImage& target, ViewOffset 
         return makeAxis(source.isMissing() ? 0 : uiTargetSize, i32Offset, i64Step,
                         [&](int64_t i64Place) { return getTexelTiled(i64Place, 1.0f / fZoom, uiSourceSize); });
     };
-    CSurfaceRows(source, target, drawPixel, eOrder)
-        .draw(makeTiledAxis(target.uiWidth, source.uiWidth, offset.x), makeTiledAxis(target.uiHeight, source.uiHeight, offset.y), pGrid);
+    drawWithinMemory(
+        target, eOrder,
+        [&]
+        {
+            CSurfaceRows(source, target, drawPixel, eOrder)
+                .draw(makeTiledAxis(target.uiWidth, source.uiWidth, offset.x), makeTiledAxis(target.uiHeight, source.uiHeight, offset.y),
+                      pGrid);
+        },
+        [&] { drawTiledReference(source, target, offset, fZoom, drawPixel, pGrid); });
 }

@@ -4,9 +4,9 @@
 #include "Display/PixelImage.h"
 
 // One surface, nearest texel. A zoom is a power of two from 0.125 to 128. The plain forms go a pixel at a time through the
-// functor's draw() and are the truth; the others give the same bytes, then in the order that is asked for.
-// A missing surface shows the background everywhere. No grid where pGrid is null, or where its step on the screen,
-// truncate(size * zoom), is 1 or less.
+// functor's draw() and are the truth; the others give the same bytes, then in the order that is asked for. Where memory for its tables is
+// refused, a fast form draws the plain way. A missing surface shows the background everywhere. No grid where pGrid is null, or where its
+// step on the screen, truncate(size * zoom), is 1 or less.
 
 /// Draws the surface with its corner at -offset, and the functor's background colour, without mask, where the surface is not.
 ///

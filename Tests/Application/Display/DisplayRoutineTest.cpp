@@ -4,6 +4,7 @@
 
 #include "Application/Display/DisplaySupport.h"
 #include "Display/CPictureLabel.h"
+#include "Support/MemoryLimit.h"
 
 using namespace moxtexture;
 
@@ -171,6 +172,37 @@ TEST_F(DisplayRoutine, ARefusedBufferLeavesTheLastPicture)
     draw();
     EXPECT_EQ(QColor(160, 160, 160), shown(0, 0)); // alpha 0
 }
+
+#ifndef HALVANE_SANITISED
+
+TEST_F(DisplayRoutine, TheLabelIsNotEmptiedWhereMemoryForTheDrawingItselfIsRefused)
+{
+    // A place of the table of columns takes 4 bytes: 64 MB, which is more than there is.
+    m_Label.resize(16000000, 1);
+    for (const ETextureViewModes eMode : {eViewTiled, eViewSingle})
+    {
+        m_Texture = makeTexture(2, 1, makePixels({k_Red, k_Green}));
+        m_View = DisplayView();
+        m_View.eMode = eMode;
+        if (eMode == eViewSingle)
+        {
+            m_Texture = makeTexture(200000, 1, std::vector<uint8_t>(size_t{4} * 200000, 255));
+            m_View.fZoom = 128.0f;
+        }
+        draw();
+        m_View.aui8ColourMask = {0, 255, 255, 255};
+        {
+            const testsupport::CMemoryLimit limit;
+            draw();
+        }
+        const QImage image = shown();
+        ASSERT_EQ(QSize(16000000, 1), image.size()) << eMode;
+        EXPECT_EQ(eMode == eViewTiled ? QColor(0, 10, 20) : QColor(0, 255, 255), image.pixelColor(0, 0));
+        EXPECT_EQ(eMode == eViewTiled ? QColor(0, 240, 40) : QColor(0, 255, 255), image.pixelColor(15999999, 0));
+    }
+}
+
+#endif
 
 TEST_F(DisplayRoutine, ASizeOfZeroEndsTheDraw)
 {
