@@ -167,6 +167,9 @@ void CTexViewWindow::mouseMoveEvent(QMouseEvent* pEvent)
 {
     const int x = pEvent->x();
     const int y = pEvent->y();
+    // A box that came up meanwhile may have got the release.
+    if ((pEvent->buttons() & Qt::LeftButton) == 0)
+        m_bDragging = false;
     if (m_bDragging)
     {
         m_View.i32OffsetX = toOffset(static_cast<double>(m_View.i32OffsetX) + m_i32LastMouseX - x);

@@ -391,6 +391,25 @@ TEST_F(ViewWindow, ADragEndsWithTheLeftButtonOnly)
     EXPECT_EQ(QPoint(10, 10), offset());
 }
 
+TEST_F(ViewWindow, ADragEndsWhereTheReleaseWentElsewhere)
+{
+    show(makeBytes(256, 256));
+    moveMouse(40, 40);
+    press(40, 40);
+    const auto move = [&](int x, int y, Qt::MouseButtons buttons)
+    {
+        QMouseEvent event(QEvent::MouseMove, QPointF(x, y), Qt::NoButton, buttons, Qt::NoModifier);
+        QApplication::sendEvent(m_pView.get(), &event);
+    };
+    move(35, 35, Qt::LeftButton);
+    EXPECT_EQ(QPoint(5, 5), offset());
+    move(30, 30, Qt::NoButton); // a box took the release
+    EXPECT_EQ(QPoint(5, 5), offset());
+    move(25, 25, Qt::LeftButton); // pressed outside
+    EXPECT_EQ(QPoint(5, 5), offset());
+    release(25, 25);
+}
+
 TEST_F(ViewWindow, OtherButtonsDragNothing)
 {
     show(makeBytes(256, 256));
