@@ -1,7 +1,6 @@
 #include "Docks/CTexInfoGroup.h"
 
-#include <QtCore/QFileInfo>
-
+#include "Common/LastPathComponent.h"
 #include "Formats/FormatNames.h"
 #include "Texture/CMOXTextureHeader.h"
 
@@ -43,7 +42,7 @@ CTexInfoGroup::~CTexInfoGroup() = default;
 void CTexInfoGroup::fill(const std::string& strName, const moxtexture::CMOXTextureHeader& header)
 {
     const QString strFullName = QString::fromStdString(strName);
-    m_pForm->Label_Name->setText(QFileInfo(strFullName).fileName());
+    m_pForm->Label_Name->setText(getLastPathComponent(strFullName));
     m_pForm->Label_Name->setToolTip(strFullName);
     m_pForm->Label_Format->setText(QString::fromStdString(moxtexture::getFormatName(header.getPixelFormat())));
     m_pForm->Label_Height->setText(getNumberText(header.getHeight()));

@@ -9,6 +9,7 @@
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QMdiSubWindow>
 
+#include "Common/LastPathComponent.h"
 #include "Common/Preferences.h"
 #include "Display/ZoomScale.h"
 
@@ -57,8 +58,7 @@ QString CTexViewWindow::withChangeMark(const QString& strName) const
 
 QString CTexViewWindow::getViewTitle() const
 {
-    const QString strName = QString::fromStdString(m_strName);
-    return withChangeMark(strName.mid(std::max(strName.lastIndexOf('/'), strName.lastIndexOf('\\')) + 1));
+    return withChangeMark(getLastPathComponent(QString::fromStdString(m_strName)));
 }
 
 QString CTexViewWindow::getFullTitle() const

@@ -156,6 +156,13 @@ TEST_F(TexInfoDock, ShowsANameWithoutFolderAsItIs)
     EXPECT_EQ("New Texture 1 *", text(original(), "Label_Name"));
 }
 
+TEST_F(TexInfoDock, CutsTheNameAtEitherSeparatorAsTheTitleDoes)
+{
+    showOne(makeHeader(eCS_Linear), "D:\\a/b\\c.mox");
+    EXPECT_EQ("c.mox", text(original(), "Label_Name"));
+    EXPECT_EQ("D:\\a/b\\c.mox", label(original(), "Label_Name").toolTip().toStdString());
+}
+
 TEST_F(TexInfoDock, ShowsNamesOfEveryLanguageLetterByLetter)
 {
     showOne(makeHeader(eCS_Linear), "/tmp/\xC3\xA4<b>\xE6\xBC\xA2.png");
