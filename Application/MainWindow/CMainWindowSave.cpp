@@ -107,7 +107,7 @@ bool CMainWindow::mayCloseAll()
         CTexViewWindow* pView = getView(pSubWindow);
         if (pView == nullptr)
             continue;
-        if (pView->isModified() || pView->getChangeCount() > 0)
+        if (pView->wouldAskToClose())
             activate(pSubWindow); // so that the user sees which one the question is about
         QCloseEvent question;
         QApplication::sendEvent(pView, &question);

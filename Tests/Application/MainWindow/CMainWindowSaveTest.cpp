@@ -217,6 +217,23 @@ TEST_F(CMainWindowSaveTest, StaysOpenWithAllItsWindowsWhenAPromptIsCancelled)
     EXPECT_FALSE(window().isVisible());
 }
 
+TEST_F(CMainWindowSaveTest, ShowsTheTextureThatItAsksAboutAlsoWhereItHasNoMark)
+{
+    openView(mox("first.mox", makeBytes(2, 2)));
+    window().onColourSpaceChanged(0, eCS_sRGB);
+    openView(mox("second.mox", makeBytes(2, 2)));
+    CDialogAnswers answers;
+    answers.thenDo(
+        [this](QDialog& dialog)
+        {
+            EXPECT_EQ(m_Files.path("first.mox"), area().currentSubWindow()->objectName().toStdString());
+            EXPECT_EQ("first.mox", area().currentSubWindow()->windowTitle().toStdString());
+            dialog.reject();
+        });
+    EXPECT_FALSE(window().close());
+    EXPECT_EQ(1u, answers.seen().size());
+}
+
 TEST_F(CMainWindowSaveTest, SavesWhatTheUserWantsSavedWhenItCloses)
 {
     const std::string strPath = mox("a.mox", makeBytes(2, 2));
