@@ -52,7 +52,7 @@ TEST(MousePick, OffThePictureTheLastPixelStaysAndIsOutside)
 TEST(MousePick, ThePlaceJustPastThePictureStillCountsAsOnIt)
 {
     const MousePickView view = makeView(eViewTiled);
-    expectPick({true, 4, 4, 0}, pickMousePixel(view, 8, 8)); // 8 / 2
+    expectPick({true, 4, 4, 3}, pickMousePixel(view, 8, 8)); // 8 / 2
 }
 
 TEST(MousePick, SingleTakesTheClampedOffset)
