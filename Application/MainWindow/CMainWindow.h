@@ -141,7 +141,7 @@ private:
     [[nodiscard]] QMdiSubWindow* findSubWindow(const QString& strName) const;
     void followActivation(QMdiSubWindow* pSubWindow);
     void rebind(CTexViewWindow* pView);
-    void forgetView(const QObject* pView);
+    void forgetView(const CTexViewWindow* pView);
     void showNoView();
     void showView(CTexViewWindow& view);
     void activate(QMdiSubWindow* pSubWindow);
@@ -186,8 +186,8 @@ private:
     std::unique_ptr<RecentFiles> m_pRecentFiles;
     uint32_t m_ui32LegacySaveApi = 2; ///< that of the last encode
 
-    /// The widget in the active sub window; null without one.
-    QPointer<CTexViewWindow> m_pCurrentView;
+    /// The widget in the active sub window; null without one. forgetView() keeps it from outliving what it points to.
+    CTexViewWindow* m_pCurrentView = nullptr;
     /// The windows as the list of textures was last given: a name alone may be borne by two.
     std::vector<QPointer<QMdiSubWindow>> m_aListedWindows;
     std::vector<std::pair<QObject*, ActionRule>> m_aRuledActions;

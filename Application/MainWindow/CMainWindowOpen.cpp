@@ -129,7 +129,9 @@ QMdiSubWindow* CMainWindow::addView(CTexViewWindowSingle* pView, const QString& 
     connect(pView, &CTexViewWindow::signalMousePositionUpdated, this, &CMainWindow::slotMousePositionUpdated);
     connect(pView, &CTexViewWindow::signalZoomScaleUpdated, this, &CMainWindow::slotUpdateZoomFromViewWindow);
     connect(pView, &CTexViewWindowSingle::signalNothingWritten, this, &CMainWindow::tellNothingWritten);
-    connect(pView, &QObject::destroyed, this, &CMainWindow::forgetView);
+    connect(pView, &QObject::destroyed, this, [this, pView] { forgetView(pView); });
+    // Later: its sub window may be on its way out, too, and must not be looked at.
+    connect(pView, &QObject::destroyed, this, &CMainWindow::slotTextureUpdated, Qt::QueuedConnection);
 
     QMdiSubWindow* pSubWindow = m_pForm->MdiArea->addSubWindow(pView);
     pSubWindow->setWindowTitle(pView->getViewTitle());

@@ -39,7 +39,7 @@ CTexViewWindow* CMainWindow::getView(const QMdiSubWindow* pSubWindow)
 
 CTexViewWindowSingle* CMainWindow::getCurrentSingle() const
 {
-    return qobject_cast<CTexViewWindowSingle*>(m_pCurrentView.data());
+    return qobject_cast<CTexViewWindowSingle*>(m_pCurrentView);
 }
 
 QMdiSubWindow* CMainWindow::getSubWindow(const CTexViewWindow* pView) const
@@ -85,7 +85,7 @@ void CMainWindow::slotSubWindowChanged(QMdiSubWindow* pSubWindow)
 
 void CMainWindow::rebind(CTexViewWindow* pView)
 {
-    if (m_pCurrentView)
+    if (m_pCurrentView != nullptr)
         disconnect(this, nullptr, m_pCurrentView, nullptr);
     m_pCurrentView = pView;
     // While nobody listens: the view must not be told what it tells.
@@ -99,12 +99,13 @@ void CMainWindow::rebind(CTexViewWindow* pView)
     connect(this, &CMainWindow::signalGridSizeUpdated, pView, &CTexViewWindow::slotUpdateGridSize);
 }
 
-/// A view is being destroyed, and is no more than a widget by now.
-void CMainWindow::forgetView(const QObject* pView)
+/// A view is being destroyed; by now it is no more than a widget, so its pointer is only compared.
+void CMainWindow::forgetView(const CTexViewWindow* pView)
 {
-    if (m_pCurrentView == pView)
-        slotSubWindowChanged(nullptr);
-    slotTextureUpdated();
+    if (m_pCurrentView != pView)
+        return;
+    m_pCurrentView = nullptr;
+    slotSubWindowChanged(nullptr);
 }
 
 void CMainWindow::showNoView()
@@ -153,7 +154,7 @@ void CMainWindow::activate(QMdiSubWindow* pSubWindow)
 ActiveState CMainWindow::getActiveState() const
 {
     ActiveState state;
-    state.bHasView = !m_pCurrentView.isNull();
+    state.bHasView = m_pCurrentView != nullptr;
     state.bIsDiff = state.bHasView && m_pCurrentView->isDiff();
     if (const CTexViewWindowSingle* pSingle = getCurrentSingle())
     {
@@ -191,7 +192,7 @@ void CMainWindow::updateTextureList()
 
 void CMainWindow::updateStatusBar()
 {
-    if (!m_pCurrentView)
+    if (m_pCurrentView == nullptr)
         return;
     const moxtexture::CMOXTexture& texture = m_pCurrentView->getWorkingTexture();
     m_pSizeLabel->setText(QString("Size: %1 x %2\t").arg(texture.getWidth()).arg(texture.getHeight()));
@@ -216,7 +217,7 @@ void CMainWindow::slotTextureUpdated()
 
 void CMainWindow::updatePositionLabels()
 {
-    if (!m_pCurrentView)
+    if (m_pCurrentView == nullptr)
         return;
     const ReadoutPlace place = m_pCurrentView->getReadoutPlace();
     if (place.bMouseInside)
@@ -230,7 +231,7 @@ void CMainWindow::slotMousePositionUpdated()
 {
     updatePositionLabels();
     uint32_t aui32Values[4] = {};
-    if (!m_pCurrentView || !m_pCurrentView->isMouseInside() || !m_pCurrentView->getMousePixelValue(aui32Values))
+    if (m_pCurrentView == nullptr || !m_pCurrentView->isMouseInside() || !m_pCurrentView->getMousePixelValue(aui32Values))
         return;
     const ColourTexts texts = getColourTexts(aui32Values, m_pCurrentView->getWorkingTexture().getChannelType());
     emit signalUpdateDisplayColour(texts[0], texts[1], texts[2], texts[3], texts[4], texts[5], texts[6], texts[7], texts[8], texts[9],
@@ -239,7 +240,7 @@ void CMainWindow::slotMousePositionUpdated()
 
 void CMainWindow::updateZoomDisplay()
 {
-    const QString strText = QString::fromStdString(m_pCurrentView ? getZoomText(m_pCurrentView->getZoom()) : getNoZoomText());
+    const QString strText = QString::fromStdString(m_pCurrentView != nullptr ? getZoomText(m_pCurrentView->getZoom()) : getNoZoomText());
     m_pZoomLabel->setText(strText);
     m_pDisplayDock->setZoomText(strText);
 }
@@ -253,13 +254,13 @@ void CMainWindow::setZoomSliders(int iPosition)
 
 void CMainWindow::slotUpdateZoomFromViewWindow()
 {
-    setZoomSliders(m_pCurrentView ? m_pCurrentView->getZoomPosition() : k_i32DefaultZoomPosition);
+    setZoomSliders(m_pCurrentView != nullptr ? m_pCurrentView->getZoomPosition() : k_i32DefaultZoomPosition);
     updateZoomDisplay();
 }
 
 void CMainWindow::slotUpdateZoomFromSlider()
 {
-    if (m_pCurrentView)
+    if (m_pCurrentView != nullptr)
         m_pCurrentView->slotUpdateZoomScalePosition(m_pZoomSlider->value());
     slotUpdateZoomFromViewWindow();
 }

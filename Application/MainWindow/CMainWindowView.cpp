@@ -61,7 +61,7 @@ void CMainWindow::slotShowGrid(bool bShow)
 
 void CMainWindow::slotChangeBackgroundColour()
 {
-    if (!m_pCurrentView)
+    if (m_pCurrentView == nullptr)
         return;
     const QColor colour = QColorDialog::getColor(m_pCurrentView->getBGColour(), this, "Change Background Colour...");
     if (colour.isValid())
@@ -70,7 +70,7 @@ void CMainWindow::slotChangeBackgroundColour()
 
 void CMainWindow::slotChangeGridSize()
 {
-    if (!m_pCurrentView)
+    if (m_pCurrentView == nullptr)
         return;
     CGridSizeSelect dialog(m_pCurrentView->getGridSize(), this);
     if (dialog.exec() == QDialog::Accepted)
@@ -79,7 +79,7 @@ void CMainWindow::slotChangeGridSize()
 
 void CMainWindow::slotChangeViewMode(ETextureViewModes eMode)
 {
-    if (!m_pCurrentView)
+    if (m_pCurrentView == nullptr)
         return;
     m_pCurrentView->slotChangeViewMode(eMode);
     updateStatusBar();
@@ -87,13 +87,13 @@ void CMainWindow::slotChangeViewMode(ETextureViewModes eMode)
 
 void CMainWindow::slotChangeColourMask(bool bRed, bool bGreen, bool bBlue, bool bAlpha)
 {
-    if (m_pCurrentView)
+    if (m_pCurrentView != nullptr)
         m_pCurrentView->slotChangeColourMask(bRed, bGreen, bBlue, bAlpha);
 }
 
 void CMainWindow::onColourSpaceChanged(int image, moxtexture::EMOXTColourSpace colourSpace)
 {
-    if (m_pCurrentView)
+    if (m_pCurrentView != nullptr)
         m_pCurrentView->getStoredTexture(static_cast<uint32_t>(image)).setColourSpace(colourSpace);
 }
 
@@ -109,7 +109,7 @@ void CMainWindow::slotCascadeWindows()
 
 void CMainWindow::slotFitTexture()
 {
-    if (m_pCurrentView)
+    if (m_pCurrentView != nullptr)
         m_pCurrentView->fitTexture();
 }
 
