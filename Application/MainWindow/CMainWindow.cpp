@@ -1,6 +1,7 @@
 #include "MainWindow/CMainWindow.h"
 
 #include <initializer_list>
+#include <string_view>
 
 #include <QtGui/QMouseEvent>
 #include <QtGui/QScreen>
@@ -13,6 +14,7 @@
 #include <QtWidgets/QSlider>
 
 #include "Common/AboutBoxDialog.h"
+#include "Common/Fnv1.h"
 #include "Common/RecentFiles.h"
 #include "Common/RecentFilesMenu.h"
 #include "Display/ZoomScale.h"
@@ -35,16 +37,32 @@ constexpr double k_dMostOfScreen = 0.9; // at the first start, where the form is
 constexpr char k_acStateKey[] = "Main/State";
 constexpr char k_acGeometryKey[] = "Main/Geometry";
 
-QByteArray readBytes(const Preferences& preferences, const char* pKey)
+uint32_t getCheckValue(const std::vector<uint8_t>& bytes)
+{
+    return fnv1(std::string_view(reinterpret_cast<const char*>(bytes.data()), bytes.size()));
+}
+
+std::string getCheckKey(const char* pKey)
+{
+    return std::string(pKey) + "Check";
+}
+
+/// @return empty unless the bytes are those that writeWhole() was given: others can end the program in the toolkit, which trusts them
+QByteArray readWhole(const Preferences& preferences, const char* pKey)
 {
     std::vector<uint8_t> bytes;
-    preferences.getData(pKey, bytes);
+    uint32_t ui32Check = 0;
+    if (preferences.getData(pKey, bytes) != Preferences::eDone || preferences.getUint(getCheckKey(pKey), ui32Check) != Preferences::eDone ||
+        ui32Check != getCheckValue(bytes))
+        return {};
     return {reinterpret_cast<const char*>(bytes.data()), static_cast<int>(bytes.size())};
 }
 
-void writeBytes(Preferences& preferences, const char* pKey, const QByteArray& bytes)
+void writeWhole(Preferences& preferences, const char* pKey, const QByteArray& content)
 {
-    preferences.setData(pKey, reinterpret_cast<const uint8_t*>(bytes.constData()), static_cast<size_t>(bytes.size()));
+    const std::vector<uint8_t> bytes(content.begin(), content.end());
+    preferences.setData(pKey, bytes.data(), bytes.size());
+    preferences.setUint(getCheckKey(pKey), getCheckValue(bytes));
 }
 
 QLabel* makeLabel(const char* pName, QWidget* pParent)
@@ -180,15 +198,15 @@ void CMainWindow::createStatusBar()
 
 void CMainWindow::restoreLayout()
 {
-    restoreState(readBytes(m_Preferences, k_acStateKey));
-    if (!restoreGeometry(readBytes(m_Preferences, k_acGeometryKey)))
+    restoreState(readWhole(m_Preferences, k_acStateKey));
+    if (!restoreGeometry(readWhole(m_Preferences, k_acGeometryKey)))
         resize(size().boundedTo(screen()->availableSize() * k_dMostOfScreen));
 }
 
 void CMainWindow::storeLayout()
 {
-    writeBytes(m_Preferences, k_acStateKey, saveState());
-    writeBytes(m_Preferences, k_acGeometryKey, saveGeometry());
+    writeWhole(m_Preferences, k_acStateKey, saveState());
+    writeWhole(m_Preferences, k_acGeometryKey, saveGeometry());
     m_Preferences.save();
 }
 

@@ -20,6 +20,17 @@ class CMainWindowSaveTest : public MainWindowTest
 protected:
     QString path(const char* pName) const { return QString::fromStdString(m_Files.path(pName)); }
 
+    /// Whether the settings file has anything of the window's state or geometry.
+    static bool isLayoutStored()
+    {
+        Preferences settings("Halvane");
+        std::string strError;
+        EXPECT_TRUE(settings.load(strError, false)) << strError;
+        std::vector<uint8_t> bytes;
+        const bool bState = settings.getData("Main/State", bytes) == Preferences::eDone;
+        return settings.getData("Main/Geometry", bytes) == Preferences::eDone || bState;
+    }
+
     static void expectSaveFailure(const CDialogAnswers& answers, const char* pText = k_acText)
     {
         ASSERT_FALSE(answers.seen().empty());
@@ -208,6 +219,7 @@ TEST_F(CMainWindowSaveTest, StaysOpenWithAllItsWindowsWhenAPromptIsCancelled)
     EXPECT_TRUE(window().isVisible());
     EXPECT_EQ(3, windowCount());
     EXPECT_EQ(std::vector<std::string>({m_Files.path("first.mox"), m_Files.path("second.mox")}), asked);
+    EXPECT_FALSE(isLayoutStored());
 
     // The "No" of before does not count for the next time.
     answers.thenPress(QMessageBox::No).thenPress(QMessageBox::No);
@@ -215,6 +227,8 @@ TEST_F(CMainWindowSaveTest, StaysOpenWithAllItsWindowsWhenAPromptIsCancelled)
     EXPECT_EQ(4u, answers.seen().size());
     EXPECT_EQ(0, windowCount());
     EXPECT_FALSE(window().isVisible());
+    m_pWindow.reset();
+    EXPECT_TRUE(isLayoutStored());
 }
 
 TEST_F(CMainWindowSaveTest, ShowsTheTextureThatItAsksAboutAlsoWhereItHasNoMark)

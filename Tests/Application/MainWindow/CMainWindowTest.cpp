@@ -308,6 +308,56 @@ TEST_F(CMainWindowTest, FindsItsLayoutAgainAtTheNextStart)
     EXPECT_EQ(QRect(10, 20, 770, 740), window().geometry());
 }
 
+TEST_F(CMainWindowTest, PassesOverALayoutThatWasDamaged)
+{
+    window().findChild<QToolBar*>("Toolbar")->hide();
+    window().setGeometry(10, 20, 770, 740);
+    settle();
+    m_pWindow.reset();
+    struct Layout
+    {
+        std::vector<uint8_t> state, geometry;
+        uint32_t ui32StateCheck = 0, ui32GeometryCheck = 0;
+    };
+    Layout good;
+    Preferences settings("Halvane");
+    std::string strError;
+    ASSERT_TRUE(settings.load(strError, false)) << strError;
+    ASSERT_EQ(Preferences::eDone, settings.getData("Main/State", good.state));
+    ASSERT_EQ(Preferences::eDone, settings.getUint("Main/StateCheck", good.ui32StateCheck));
+    ASSERT_EQ(Preferences::eDone, settings.getData("Main/Geometry", good.geometry));
+    ASSERT_EQ(Preferences::eDone, settings.getUint("Main/GeometryCheck", good.ui32GeometryCheck));
+
+    // What is restored of a layout: the state, the geometry.
+    const auto restored = [&](const Layout& layout)
+    {
+        settings.setData("Main/State", layout.state.data(), layout.state.size());
+        settings.setUint("Main/StateCheck", layout.ui32StateCheck);
+        settings.setData("Main/Geometry", layout.geometry.data(), layout.geometry.size());
+        settings.setUint("Main/GeometryCheck", layout.ui32GeometryCheck);
+        EXPECT_TRUE(settings.save(true));
+        const CMainWindow window;
+        return std::pair(window.findChild<QToolBar*>("Toolbar")->isHidden(), window.geometry() == QRect(10, 20, 770, 740));
+    };
+    ASSERT_EQ(std::pair(true, true), restored(good));
+
+    constexpr size_t uiChanges = 36;
+    for (size_t i = 0; i < uiChanges; ++i)
+    {
+        Layout damaged = good;
+        damaged.state[i * damaged.state.size() / uiChanges] ^= 0xFF;
+        EXPECT_EQ(std::pair(false, true), restored(damaged)) << i;
+        damaged = good;
+        damaged.geometry[i * damaged.geometry.size() / uiChanges] ^= 0x7F;
+        EXPECT_EQ(std::pair(true, false), restored(damaged)) << i;
+    }
+    Layout wrong = good;
+    wrong.ui32StateCheck ^= 1u;
+    wrong.geometry.clear();
+    EXPECT_EQ(std::pair(false, false), restored(wrong));
+    EXPECT_EQ(std::pair(true, true), restored(good));
+}
+
 TEST_F(CMainWindowTest, OffersADockToggleThatWorks)
 {
     QDockWidget* pToolbox = window().findChild<QDockWidget*>("Dock_Toolbox");
@@ -364,13 +414,29 @@ TEST_F(CMainWindowTest, GoesOnWithoutSettingsThatCannotBeLoaded)
     EXPECT_EQ("Could not load preferences", answers.seen()[0].strTitle);
     EXPECT_EQ(QMessageBox::Warning, answers.seen()[0].eIcon);
     EXPECT_EQ(QMessageBox::Ok, answers.seen()[0].buttons);
-    const std::string strEnd = "\nContinuing without preferences";
-    const std::string& strText = answers.seen()[0].strText;
-    ASSERT_GT(strText.size(), strEnd.size());
-    EXPECT_EQ(strEnd, strText.substr(strText.size() - strEnd.size()));
+    EXPECT_EQ("ERROR: Failed to create the folder \"" + m_Files.path("file") +
+                  "/Larkfield Systems\": File exists.\nContinuing without preferences",
+              answers.seen()[0].strText);
 
     openView(png("a.png"));
     EXPECT_EQ(1, windowCount());
+}
+
+TEST_F(CMainWindowTest, GoesOnWithoutSettingsOfAWrongStructureAndLeavesThemAlone)
+{
+    m_pWindow.reset();
+    const std::string strFile = m_Config.path("Larkfield Systems/Halvane.plist");
+    const std::string strWrong = "<plist version=\"1.0\"><dict><string>x</string></dict></plist>";
+    m_Config.write("Larkfield Systems/Halvane.plist", strWrong);
+    CDialogAnswers answers;
+    answers.thenPress(QMessageBox::Ok);
+    start();
+    ASSERT_EQ(1u, answers.seen().size());
+    EXPECT_EQ("Could not load preferences", answers.seen()[0].strTitle);
+    EXPECT_EQ("ERROR: Missing <key> tag\n\nContinuing without preferences", answers.seen()[0].strText);
+    openView(png("a.png"));
+    m_pWindow.reset();
+    EXPECT_EQ(strWrong, testsupport::readText(strFile));
 }
 
 TEST_F(CMainWindowTest, OpensTheDocumentsThatItsSettingsName)
