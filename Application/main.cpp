@@ -1,57 +1,9 @@
-#include <QtGui/QIcon>
 #include <unistd.h>
 
-#include "Application/CSingleApplication.h"
-#include "Application/StartUpArguments.h"
+#include "Application/RunApplication.h"
 #include "Core/PrivateTemporaryFolder.h"
 #include "Core/SignalWatcher.h"
 #include "Core/Utf8Locale.h"
-#include "MainWindow/CMainWindow.h"
-#include "MainWindow/ProductVersion.h"
-#include "Resources/Resources.h"
-
-namespace
-{
-
-void openRequested(CMainWindow& window, const OpenRequest& request)
-{
-    if (request.eKind == OpenRequest::eOne)
-        window.slotOpenFile(request.strFirst);
-    else if (request.eKind == OpenRequest::eTwo)
-        window.slotOpenDiff(request.strFirst, request.strSecond);
-}
-
-QIcon makeIcon()
-{
-    QIcon icon;
-    for (const int iSize : {16, 32, 48, 64, 128, 256})
-        icon.addFile(QString(":/AppIcons/Halvane_%1.png").arg(iSize));
-    return icon;
-}
-
-int runApplication(int iCount, char** apArguments)
-{
-    QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
-    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
-    CSingleApplication application(iCount, apArguments, k_acProductName);
-    QApplication::setApplicationName(k_acProductName);
-    QApplication::setApplicationVersion(k_acProductVersion);
-    initResources();
-    QApplication::setWindowIcon(makeIcon());
-
-    CMainWindow window;
-    QObject::connect(&application, &CSingleApplication::FileOpenEvent, &window, &CMainWindow::slotOpenFile);
-    QObject::connect(&application, &CSingleApplication::MessageAvailable, &window, &CMainWindow::slotAppMessageRecieved);
-    window.show();
-    openRequested(window, readStartUpArguments(QCoreApplication::arguments()));
-    window.slotAboutBox(false);
-
-    const int iStatus = QApplication::exec();
-    QCoreApplication::quit();
-    return iStatus;
-}
-
-} // namespace
 
 int main(int iCount, char** apArguments)
 {

@@ -2,12 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <memory>
 
 #include <QtGui/QFileOpenEvent>
 #include <QtNetwork/QLocalSocket>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
+#include <QtWidgets/QDialog>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
@@ -46,6 +48,29 @@ protected:
         m_pApplication.reset();
         m_pApplication = std::make_unique<CSingleApplication>(m_iCount, m_apArguments, k_acKey);
         return *m_pApplication;
+    }
+
+    /// As the system does it.
+    void sendFileOpen(const QString& strPath)
+    {
+        QFileOpenEvent event(strPath);
+        EXPECT_TRUE(QCoreApplication::sendEvent(m_pApplication.get(), &event));
+    }
+    /// Hands a message over, whatever comes of it.
+    static void send(const QByteArray& bytes)
+    {
+        QLocalSocket client;
+        ASSERT_TRUE(connects(client));
+        client.write(bytes);
+        client.flush();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return client.state() == QLocalSocket::UnconnectedState; }));
+    }
+    /// Notes every message and file that is told of, in its order.
+    void note(QStringList& told)
+    {
+        const auto append = [&told](const QString& strText) { told << strText; };
+        QObject::connect(m_pApplication.get(), &CSingleApplication::MessageAvailable, append);
+        QObject::connect(m_pApplication.get(), &CSingleApplication::FileOpenEvent, append);
     }
 
     static bool connects(QLocalSocket& client)
@@ -129,6 +154,24 @@ TEST_F(CSingleApplicationTest, ListensAfterACrashThatLeftItsMarkerBehind)
     EXPECT_TRUE(isListening());
 }
 
+TEST_F(CSingleApplicationTest, ListensAfterACrashWhoseMarkerHasTheNumberOfANewFile)
+{
+    // Where the file system gives numbers out again, the files of the new marker have some of these.
+    std::vector<int> aMemories;
+    std::vector<std::string> paths;
+    for (const char* pName : {"a", "b", "c", "d"})
+    {
+        paths.push_back(m_Folder.write(pName, std::string()));
+        aMemories.push_back(::shmget(::ftok(paths.back().c_str(), 'Q'), 1, IPC_CREAT | IPC_EXCL | 0600));
+    }
+    for (const std::string& strPath : paths)
+        std::filesystem::remove(strPath);
+    EXPECT_FALSE(start().isAlreadyRunning());
+    EXPECT_TRUE(isListening());
+    for (const int iMemory : aMemories)
+        ::shmctl(iMemory, IPC_RMID, nullptr);
+}
+
 TEST_F(CSingleApplicationTest, ListensAfterACrashThatLeftItsSocketBehind)
 {
     const int iSocket = ::socket(AF_UNIX, SOCK_STREAM, 0);
@@ -208,6 +251,87 @@ TEST_F(CSingleApplicationTest, SurvivesSendersThatComeAndGo)
     }
     EXPECT_EQ("/a.mox", receive("/a.mox"));
     EXPECT_EQ(1, spy.count());
+}
+
+TEST_F(CSingleApplicationTest, HoldsWhatComesBeforeSomebodyListens)
+{
+    start();
+    send("/a.mox");
+    sendFileOpen("/b.mox");
+    send("/c.mox");
+    QStringList told;
+    note(told);
+    send("/d.mox"); // not before those
+    EXPECT_TRUE(QTest::qWaitFor([&] { return told.size() == 4; }));
+    EXPECT_EQ(QStringList({"/a.mox", "/b.mox", "/c.mox", "/d.mox"}), told);
+}
+
+TEST_F(CSingleApplicationTest, TellsNothingWhileTheMessageBeforeIsHandled)
+{
+    QStringList told;
+    int iDepth = 0, iDeepest = 0;
+    const auto handle = [&](const QString& strText)
+    {
+        iDeepest = std::max(iDeepest, ++iDepth);
+        told << strText;
+        if (told.size() == 1)
+        {
+            send("/b.mox");
+            sendFileOpen("/c.mox");
+            QCoreApplication::processEvents();
+            EXPECT_EQ(1, told.size());
+        }
+        --iDepth;
+    };
+    QObject::connect(&start(), &CSingleApplication::MessageAvailable, handle);
+    QObject::connect(m_pApplication.get(), &CSingleApplication::FileOpenEvent, handle);
+    send("/a.mox");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return told.size() == 3; }));
+    EXPECT_EQ(QStringList({"/a.mox", "/b.mox", "/c.mox"}), told);
+    EXPECT_EQ(1, iDeepest);
+}
+
+TEST_F(CSingleApplicationTest, TellsNothingWhileADialogIsOpen)
+{
+    start();
+    QStringList told;
+    note(told);
+    auto pFirst = std::make_unique<QDialog>();
+    QDialog second;
+    for (QDialog* pDialog : {pFirst.get(), &second})
+    {
+        pDialog->setModal(true);
+        pDialog->show();
+    }
+    send("/a.mox");
+    sendFileOpen("/b.mox");
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(told.isEmpty());
+    second.close();
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(told.isEmpty()); // there is another one
+    pFirst.reset();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return told.size() == 2; }));
+    EXPECT_EQ(QStringList({"/a.mox", "/b.mox"}), told);
+    sendFileOpen("/c.mox");
+    EXPECT_EQ(3, told.size());
+}
+
+TEST_F(CSingleApplicationTest, LetsNoMoreThanAThousandWait)
+{
+    start();
+    for (int i = 0; i < 1001; ++i)
+        sendFileOpen(QString::number(i));
+    QStringList told;
+    note(told);
+    for (int iTurn = 0; iTurn < 5000 && told.size() < 1000; ++iTurn) // one at each turn
+        QCoreApplication::processEvents();
+    EXPECT_EQ(1000, told.size());
+    sendFileOpen("next");
+    QCoreApplication::processEvents();
+    ASSERT_EQ(1001, told.size());
+    EXPECT_EQ("999", told[999]);
+    EXPECT_EQ("next", told[1000]);
 }
 
 TEST_F(CSingleApplicationTest, GivesAFileThatTheSystemWantsOpened)

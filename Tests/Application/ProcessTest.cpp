@@ -38,12 +38,14 @@ protected:
         return setting;
     }
     CRunningProgram& start(const Paths& words = {}) { return start(words, m_Config); }
-    CRunningProgram& start(const Paths& words, const CTemporaryFolder& config)
+    CRunningProgram& start(const Paths& words, const CTemporaryFolder& config, const std::string& strFolder = {})
     {
         std::filesystem::create_directory(m_Temporary.path("own"));
         Paths all = {HALVANE_PATH};
         all.insert(all.end(), words.begin(), words.end());
-        m_Programs.push_back(std::make_unique<CRunningProgram>(all, settingOf(config, m_Temporary)));
+        ProgramSetting setting = settingOf(config, m_Temporary);
+        setting.strFolder = strFolder;
+        m_Programs.push_back(std::make_unique<CRunningProgram>(all, setting));
         return *m_Programs.back();
     }
 
@@ -124,6 +126,20 @@ TEST_F(Process, OpensTheSecondAndTheThirdOfMoreArguments)
     EXPECT_EQ((Paths{strThird, strSecond}), recentFiles());
 }
 
+TEST_F(Process, RemembersARelativePathFromItsRoot)
+{
+    const std::string strFirst = makeTexture("a.mox");
+    const std::string strSecond = makeTexture("b.mox");
+    CRunningProgram& one = start({"-", "a.mox"}, m_Config, m_Files.path());
+    EXPECT_TRUE(send("Halvane", one));
+    EXPECT_EQ(Paths{strFirst}, recentFiles());
+    one.signal(SIGTERM);
+    one.wait();
+    const CRunningProgram& two = start({"-", "a.mox", "b.mox"}, m_Config, m_Files.path());
+    EXPECT_TRUE(send("Halvane", two));
+    EXPECT_EQ((Paths{strSecond, strFirst}), recentFiles());
+}
+
 TEST_F(Process, OpensAPathThatComesAsAMessage)
 {
     const std::string strPath = makeTexture("a.mox");
@@ -151,22 +167,33 @@ TEST_F(Process, OpensANameInUtf8WithoutALocale)
     EXPECT_EQ((Paths{strMessage, strSecond}), recentFiles());
 }
 
-TEST_F(Process, SurvivesBadMessages)
+TEST_F(Process, SurvivesEachBadMessage)
 {
-    const CRunningProgram& program = start();
-    // Each ends in a message box, behind which the program goes on to take messages; nobody answers it here.
-    std::vector<std::unique_ptr<QLocalSocket>> clients;
     for (const std::string& strBad :
          {std::string("/missing.mox"), std::string("\xFF\xFE\x80"), std::string("$!?"), std::string("\0", 1),
           m_Files.write("broken.mox", std::string("MOX\3 and no more")), m_Files.write("broken.png", std::string("\x89PNG\r\n\x1A\n")),
           m_Files.path(), std::string(5000, 'x')})
     {
-        clients.push_back(std::make_unique<QLocalSocket>());
-        EXPECT_TRUE(post(strBad, *clients.back(), program));
+        CRunningProgram& program = start();
+        // It ends in a message box, behind which the program goes on to take messages; nobody answers it here.
+        QLocalSocket client;
+        EXPECT_TRUE(post(strBad, client, program));
+        EXPECT_TRUE(send("Halvane", program));
+        program.signal(SIGKILL);
+        program.wait();
     }
-    const std::string strGood = makeTexture("a.mox");
-    EXPECT_TRUE(send(strGood, program));
-    EXPECT_EQ(Paths{strGood}, recentFiles());
+}
+
+TEST_F(Process, SurvivesThousandsOfBadMessages)
+{
+    const CRunningProgram& program = start();
+    // As many boxes, one within the other, would be more than its stack holds; behind the first they wait.
+    QLocalSocket first;
+    EXPECT_TRUE(post("/missing.mox", first, program));
+    bool bTaken = true;
+    for (int i = 0; i < 4000 && bTaken; ++i)
+        bTaken = send("/missing.mox", program);
+    EXPECT_TRUE(bTaken);
     EXPECT_FALSE(program.hasEnded());
 }
 
