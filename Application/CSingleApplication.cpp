@@ -11,6 +11,8 @@
 CSingleApplication::CSingleApplication(int& iCount, char** apArguments, const QString& strKey)
     : QApplication(iCount, apArguments), m_strKey(strKey)
 {
+    m_TellSoon.setSingleShot(true);
+    connect(&m_TellSoon, &QTimer::timeout, this, &CSingleApplication::tellNext);
     m_Marker.setKey(m_strKey);
     // A marker that a crashed instance left behind goes with its last user.
     if (m_Marker.attach(QSharedMemory::ReadWrite))
@@ -104,7 +106,7 @@ void CSingleApplication::tellNext()
 void CSingleApplication::tellSoon()
 {
     if (!m_aWaiting.empty())
-        QMetaObject::invokeMethod(this, &CSingleApplication::tellNext, Qt::QueuedConnection);
+        m_TellSoon.start();
 }
 
 void CSingleApplication::connectNotify(const QMetaMethod& signal)

@@ -6,6 +6,7 @@
 
 #include <QtCore/QSharedMemory>
 #include <QtCore/QString>
+#include <QtCore/QTimer>
 #include <QtWidgets/QApplication>
 
 class QLocalServer;
@@ -59,4 +60,5 @@ private:
     QLocalServer* m_pServer = nullptr;
     std::deque<std::pair<Signal, QString>> m_aWaiting;
     bool m_bTelling = false;
+    QTimer m_TellSoon; ///< at the next turn of the event loop
 };
