@@ -5,9 +5,9 @@
 #include <cstdlib>
 #include <filesystem>
 #include <system_error>
-#include <thread>
 #include <utility>
 
+#include <QtCore/QThread>
 #include <fcntl.h>
 #include <pwd.h>
 #include <sys/file.h>
@@ -146,12 +146,12 @@ bool makeNewFile(const std::string& strPath)
 
 bool lockUntil(int iDescriptor, Clock::time_point end)
 {
-    constexpr std::chrono::milliseconds step(5);
+    constexpr unsigned long ulStep = 5; // milliseconds
     while (::flock(iDescriptor, LOCK_EX | LOCK_NB) != 0)
     {
         if (errno != EWOULDBLOCK || Clock::now() >= end)
             return false;
-        std::this_thread::sleep_for(step);
+        QThread::msleep(ulStep);
     }
     return true;
 }

@@ -94,7 +94,9 @@ void CMonkey::act()
     if (!m_Window.isVisible())
         m_Window.show(); // it was closed, which ends the program for others
     noteEnabledActions();
-    const Deed& deed = k_aDeeds[static_cast<size_t>(below(static_cast<int>(k_aDeeds.size())))];
+    // What was never chosen may be open to choice for a short while only.
+    const bool bNew = m_TriggeredActions.size() < m_EnabledActions.size() && tossUp();
+    const Deed& deed = bNew ? k_aDeeds[0] : k_aDeeds[static_cast<size_t>(below(static_cast<int>(k_aDeeds.size())))];
     ++m_Counts[deed.first];
     (this->*deed.second)();
     QApplication::processEvents();
@@ -134,7 +136,7 @@ void CMonkey::triggerAction()
             if (m_TriggeredActions.count(nameOf(*pAction)) == 0)
                 untried << pAction;
         }
-    const QList<QAction*>& choice = untried.isEmpty() || tossUp() ? enabled : untried;
+    const QList<QAction*>& choice = untried.isEmpty() ? enabled : untried;
     if (choice.isEmpty())
         return;
     QAction* pAction = choice[below(choice.size())];
