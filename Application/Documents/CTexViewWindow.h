@@ -77,8 +77,6 @@ public:
 
     [[nodiscard]] virtual bool isModified() const { return false; }
     [[nodiscard]] virtual int32_t getChangeCount() const { return 0; }
-    /// Closing would bring up a question.
-    [[nodiscard]] virtual bool wouldAskToClose() const { return false; }
     /// Closing asks nothing any more.
     void setDiscardOnClose(bool bDiscardOnClose) { m_bDiscardOnClose = bDiscardOnClose; }
 

@@ -4,6 +4,7 @@
 
 #include <QtGui/QCloseEvent>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QMdiArea>
 #include <QtWidgets/QMdiSubWindow>
 #include <QtWidgets/QMessageBox>
 
@@ -213,10 +214,19 @@ bool CTexViewWindowSingle::wouldAskToClose() const
     return !isDiscardedOnClose() && (m_Document.isModified() || m_Document.isNeverSaved() || m_Document.isColourSpaceUnsaved());
 }
 
+/// Whoever closes several windows closes some that another one covers; the user must see which one a question is about.
+void CTexViewWindowSingle::showBeforeQuestion()
+{
+    auto* pSubWindow = qobject_cast<QMdiSubWindow*>(parentWidget());
+    if (pSubWindow != nullptr && pSubWindow->mdiArea() != nullptr)
+        pSubWindow->mdiArea()->setActiveSubWindow(pSubWindow);
+}
+
 bool CTexViewWindowSingle::mayClose()
 {
     if (!wouldAskToClose())
         return true;
+    showBeforeQuestion();
     const auto eAnswer = QMessageBox::question(this, "Texture Modified", "Do you wish to save this texture before closing?",
                                                QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
     if (eAnswer != QMessageBox::Yes)

@@ -37,7 +37,8 @@ public:
     void updateDisplay(bool bForce) override;
     [[nodiscard]] bool isModified() const override { return m_Document.isModified(); }
     [[nodiscard]] int32_t getChangeCount() const override { return m_Document.getChangeCount(); }
-    [[nodiscard]] bool wouldAskToClose() const override;
+    /// Closing would bring up a question.
+    [[nodiscard]] bool wouldAskToClose() const;
 
     /// @return false where memory is refused: nothing is kept for undo then, and the edit should not begin
     bool beginEdit();
@@ -71,6 +72,7 @@ protected:
 
 private:
     void textureChanged();
+    void showBeforeQuestion();
     bool mayClose();
     int bringStoredUpToDate();
     int writeAs(const QString& strPath, bool bLegacy, uint32_t ui32LegacyApi);

@@ -2,6 +2,7 @@
 
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
+#include <QtCore/QRegularExpression>
 #include <QtCore/QStringList>
 
 QString getSaveExtension(const QString& strName)
@@ -36,9 +37,23 @@ QString addFilterExtension(const QString& strChosenName, const QString& strFilte
     return iPoint < 0 || iEnd < iPoint ? strChosenName : strChosenName + strFilter.mid(iPoint, iEnd - iPoint);
 }
 
+namespace
+{
+
+/// Of the last component of a document's name. Of an encoded document that name is its source's title, with the mark of changes, and
+/// what it was encoded to: "rock.v2.png * (Encoded:BC1)".
+QString getStem(const QFileInfo& document)
+{
+    static const QRegularExpression fileName(R"(^(.+)\.[A-Za-z0-9]{3,4}( \*)?( \(Encoded:.*\))?$)");
+    const QRegularExpressionMatch match = fileName.match(document.fileName());
+    return match.hasMatch() ? match.captured(1) : document.baseName();
+}
+
+} // namespace
+
 QString suggestSaveName(const QString& strName, const QString& strEnding, const QString& strSavePath)
 {
     const QFileInfo document(strName);
     const QString strFolder = document.path();
-    return QDir(QDir(strFolder).exists() ? strFolder : strSavePath).filePath(document.baseName() + strEnding);
+    return QDir(QDir(strFolder).exists() ? strFolder : strSavePath).filePath(getStem(document) + strEnding);
 }

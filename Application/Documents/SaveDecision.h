@@ -42,5 +42,6 @@ enum class ESaveRoad : uint32_t
 /// @param strName      path or generated name of the document
 /// @param strEnding    with its point, ".mox"
 /// @param strSavePath  the folder to take where the document's own does not exist
-/// @return the folder, "/", the base name (up to the first point of the last component) and strEnding
+/// @return the folder, "/", the last component without its extension, and strEnding. An extension is three or four letters or digits
+///         behind the last point; a name without one counts up to its first point
 [[nodiscard]] QString suggestSaveName(const QString& strName, const QString& strEnding, const QString& strSavePath);

@@ -296,7 +296,7 @@ TEST_F(SavingAView, SaveAsProposesTheBaseNameInTheDocumentsFolder)
     thenLookAndCancel();
     EXPECT_EQ(-1, m_pView->saveAs(false, 2));
     EXPECT_EQ("Save Texture", m_Answers.seen().back().strTitle);
-    EXPECT_EQ(path("photo.mox"), m_strStart);
+    EXPECT_EQ(path("photo.small.mox"), m_strStart);
     EXPECT_EQ(k_acSaveFilter, m_strFilter);
     EXPECT_EQ("Moxwell Textures (*.mox)", m_strSelectedFilter);
     expectState(path("photo.small.mox"), false, 0, eDocumentFile);
@@ -465,7 +465,7 @@ TEST_F(SavingAView, SaveImageProposesAPng)
     thenLookAndCancel();
     EXPECT_EQ(-1, m_pView->saveImage());
     EXPECT_EQ("Save Image", m_Answers.seen().back().strTitle);
-    EXPECT_EQ(path("photo.png"), m_strStart);
+    EXPECT_EQ(path("photo.small.png"), m_strStart);
     EXPECT_EQ("Portable Network Graphics (*.png);;Bitmap Files (*.bmp);;JPEG Files (*.jpg)", m_strFilter);
     EXPECT_EQ("Portable Network Graphics (*.png)", m_strSelectedFilter);
     expectState(path("photo.small.mox"), false, 0, eDocumentFile);

@@ -1,12 +1,14 @@
 #include "Documents/LoadToSurface.h"
 
 #include <algorithm>
+#include <new>
 
 #include <QtGui/QImage>
 #include <gtest/gtest.h>
 
 #include "Application/Documents/DocumentSupport.h"
 #include "Files/SaveTexture.h"
+#include "Support/MemoryLimit.h"
 #include "Support/TemporaryFolder.h"
 
 using namespace moxtexture;
@@ -167,3 +169,23 @@ TEST_F(LoadToSurface, AConformingToOtherSizesOrLayoutsChangesNothing)
         << "of 64 bytes, too, but floats";
     EXPECT_EQ(dataOf(before), dataOf(working));
 }
+
+#ifndef HALVANE_SANITISED
+
+TEST_F(LoadToSurface, RefusedMemoryChangesNothing)
+{
+    const std::string strPath =
+        save(CMOXTexture(CMOXTextureHeader(k_RGBA8, 4096, 4096, 1, 1, 1, 1, eCS_Linear, eCT_UnsignedNormalisedByte, false)));
+    const CMOXTexture before = makeBytes(2, 1);
+    CMOXTexture working = before;
+    {
+        const CMemoryLimit limit;
+        EXPECT_FALSE(loadIntoSurface(working, 0, 0, 0, strPath, leaveAlone));
+        EXPECT_FALSE(
+            loadIntoSurface(working, 0, 0, 0, makeImage(), [](const CMOXTextureHeader&, CMOXTexture&) -> bool { throw std::bad_alloc(); }))
+            << "that of conforming, too";
+    }
+    EXPECT_EQ(dataOf(before), dataOf(working));
+}
+
+#endif

@@ -60,7 +60,35 @@ TEST(SuggestedName, IsTheBaseNameInTheDocumentsOwnFolder)
     const testsupport::CTemporaryFolder folder;
     const QString strFolder = QString::fromStdString(folder.path());
     EXPECT_EQ(strFolder + "/photo.mox", suggestSaveName(strFolder + "/photo.png", ".mox", "/elsewhere"));
-    EXPECT_EQ(strFolder + "/photo.png", suggestSaveName(strFolder + "/photo.small.mox", ".png", "/elsewhere"));
+    EXPECT_EQ(strFolder + "/photo.mox", suggestSaveName(strFolder + "/photo", ".mox", "/elsewhere"));
+}
+
+TEST(SuggestedName, LosesTheExtensionAlone)
+{
+    for (const auto& [pcName, pcStem] : {
+             std::pair("rock.v2.png", "rock.v2"),
+             std::pair("rock.v2.jpeg", "rock.v2"),
+             std::pair("photo.small.mox", "photo.small"),
+             std::pair("tile.0.5.DDS", "tile.0.5"),
+             std::pair("a b.c d.tga", "a b.c d"),
+             std::pair(".hidden.png", ".hidden"),
+             // None that is of three or four letters and digits.
+             std::pair("photo.x", "photo"),
+             std::pair("photo.picture", "photo"),
+             std::pair("photo.a b", "photo"),
+             std::pair("photo.", "photo"),
+         })
+        EXPECT_EQ(QString("./") + pcStem + ".mox", suggestSaveName(pcName, ".mox", "/elsewhere")) << pcName;
+}
+
+TEST(SuggestedName, OfAnEncodedDocumentIsThatOfItsSource)
+{
+    for (const char* pcName : {"rock.v2.png (Encoded:BC1)", "rock.v2.png * (Encoded:ETC2 RGB A1)", "rock.v2.png (Encoded:RGB 5 6 5 )",
+                               "rock.v2.mox * (Encoded:BC1) * (Encoded:ASTC 4x4)"})
+    {
+        EXPECT_EQ("/elsewhere/rock.v2.mox", suggestSaveName(QString("/no such folder/") + pcName, ".mox", "/elsewhere")) << pcName;
+        EXPECT_EQ("./rock.v2.png", suggestSaveName(pcName, ".png", "/elsewhere")) << pcName;
+    }
 }
 
 TEST(SuggestedName, GoesToTheSavePathWhereTheFolderIsGone)
