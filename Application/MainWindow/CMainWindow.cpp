@@ -23,6 +23,7 @@
 #include "Docks/CTexInfoDock.h"
 #include "Docks/CToolBoxDock.h"
 #include "Documents/CTexViewWindow.h"
+#include "MainWindow/AreaColour.h"
 #include "MainWindow/CWheelEventEater.h"
 #include "MainWindow/ProductVersion.h"
 #include "Resources/Resources.h"
@@ -33,6 +34,7 @@ namespace
 
 constexpr uint32_t k_ui32MaxRecentFiles = 10;
 constexpr int k_iLabelWidth = 210;
+constexpr int k_iZoomSliderWidth = 160;
 constexpr double k_dMostOfScreen = 0.9; // at the first start, where the form is larger
 constexpr char k_acStateKey[] = "Main/State";
 constexpr char k_acGeometryKey[] = "Main/Geometry";
@@ -99,6 +101,7 @@ CMainWindow::CMainWindow(QWidget* pParent) : QMainWindow(pParent), m_Preferences
     m_pContextMenu->addActions(m_pForm->Toolbar->actions());
     createDocks();
     createStatusBar();
+    colourArea();
     restoreLayout();
     setAcceptDrops(true);
     m_pAboutBox =
@@ -175,6 +178,7 @@ void CMainWindow::createStatusBar()
     m_pZoomSlider->setAccessibleName("Zoom");
     m_pZoomSlider->setRange(0, k_i32ZoomPositionCount - 1);
     m_pZoomSlider->setPageStep(1);
+    m_pZoomSlider->setMaximumWidth(k_iZoomSliderWidth); // less in a narrow window
     m_pZoomLabel->setBuddy(m_pZoomSlider);
 
     for (QLabel* pLabel : {m_pPositionLabel, m_pSurfaceLabel, m_pSizeLabel})
@@ -194,6 +198,18 @@ void CMainWindow::createStatusBar()
     const QString strZoom = QString::fromStdString(getZoomText(getZoomFactor(k_i32DefaultZoomPosition)));
     m_pZoomLabel->setText(strZoom);
     m_pDisplayDock->setZoomText(strZoom);
+}
+
+void CMainWindow::colourArea()
+{
+    m_pForm->MdiArea->setBackground(getAreaColour(palette()));
+}
+
+void CMainWindow::changeEvent(QEvent* pEvent)
+{
+    QMainWindow::changeEvent(pEvent);
+    if (pEvent->type() == QEvent::PaletteChange && m_pForm)
+        colourArea();
 }
 
 void CMainWindow::restoreLayout()

@@ -15,6 +15,7 @@
 #include "Common/Preferences.h"
 #include "Display/ViewModes.h"
 #include "Documents/DocumentKinds.h"
+#include "Documents/PixelReadout.h"
 #include "MainWindow/ActionRules.h"
 #include "Texture/CMOXTexture.h"
 
@@ -29,6 +30,7 @@ class QLabel;
 class QMdiSubWindow;
 class QMenu;
 class QSlider;
+class QUrl;
 class RecentFiles;
 struct OpenedTexture;
 namespace Ui
@@ -114,6 +116,7 @@ public slots:
     void onColourSpaceChanged(int image, moxtexture::EMOXTColourSpace colourSpace);
 
 protected:
+    void changeEvent(QEvent* pEvent) override;
     void closeEvent(QCloseEvent* pEvent) override;
     void dragEnterEvent(QDragEnterEvent* pEvent) override;
     void dropEvent(QDropEvent* pEvent) override;
@@ -127,6 +130,7 @@ private:
     void createRecentFilesMenu();
     void createDocks();
     void createStatusBar();
+    void colourArea();
     void restoreLayout();
     void storeLayout();
     void connectActions();
@@ -153,6 +157,7 @@ private:
     void updateStatusBar();
     void updateAll();
     void updatePositionLabels();
+    void showColours(const ColourTexts& texts);
     void updateZoomDisplay();
     void setZoomSliders(int iPosition);
 
@@ -166,6 +171,7 @@ private:
     QMdiSubWindow* encodeCurrent();
     QMdiSubWindow* askAndEncode();
     [[nodiscard]] QStringList askForFiles(bool bMultiple);
+    void openDropped(const QUrl& url);
     void openVirtualFile(const QByteArray& descriptor, const QByteArray& contents);
     void loadToSurface(CTexViewWindowSingle& view, const QString& strPath);
 

@@ -156,6 +156,9 @@ void CMainWindow::slotReload()
     if (eAnswer != QMessageBox::Yes || !pView || !pSubWindow)
         return;
 
+    const bool bMaximised = pSubWindow->isMaximized();
+    const bool bOpened = !pSubWindow->isMinimized() && !pSubWindow->isShaded();
+    const QRect place = pSubWindow->geometry();
     pSubWindow->hide();
     QMdiSubWindow* pReplacement = nullptr;
     if (pView->getSourceKind() == eDocumentFile)
@@ -172,6 +175,10 @@ void CMainWindow::slotReload()
     }
     pView->setDiscardOnClose(true);
     pSubWindow->close();
+    if (bMaximised)
+        pReplacement->showMaximized();
+    else if (bOpened)
+        pReplacement->setGeometry(place);
 }
 
 QMdiSubWindow* CMainWindow::reloadFile(const std::string& strName)
@@ -214,19 +221,11 @@ void CMainWindow::loadToSurface(CTexViewWindowSingle& view, const QString& strPa
     const auto conform = [this](const moxtexture::CMOXTextureHeader& reference, moxtexture::CMOXTexture& texture) {
         return conformTextures({this, &reference}, &texture, 1, false, true, true, true, true);
     };
-    bool bLoaded = false;
-    const bool bWithinMemory = runWithinMemory(
-        [&]
-        {
-            bLoaded = loadIntoSurface(view.getWorkingTexture(), view.getMIPLevel(), view.getArrayMember(), view.getFace(),
-                                      strPath.toStdString(), conform);
-        });
-    if (bLoaded)
+    if (loadIntoSurface(view.getWorkingTexture(), view.getMIPLevel(), view.getArrayMember(), view.getFace(), strPath.toStdString(),
+                        conform))
         view.endEdit();
-    else if (bWithinMemory)
-        m_pForm->StatusBar->showMessage("Nothing was loaded to the surface.", k_iMessageTime);
     else
-        showNoMemory();
+        m_pForm->StatusBar->showMessage("Nothing was loaded to the surface.", k_iMessageTime);
 }
 
 void CMainWindow::dragEnterEvent(QDragEnterEvent* pEvent)
@@ -242,7 +241,7 @@ void CMainWindow::dropEvent(QDropEvent* pEvent)
     {
         const QList<QUrl> urls = dropped.urls();
         for (const QUrl& url : urls)
-            slotOpenFile(url.toLocalFile());
+            openDropped(url);
         pEvent->acceptProposedAction();
     }
     else if (hasVirtualFile(dropped))
@@ -250,6 +249,14 @@ void CMainWindow::dropEvent(QDropEvent* pEvent)
         openVirtualFile(dropped.data(QLatin1String(k_acFileDescriptorFormat)), dropped.data(QLatin1String(k_acFileContentsFormat)));
         pEvent->acceptProposedAction();
     }
+}
+
+void CMainWindow::openDropped(const QUrl& url)
+{
+    if (url.isLocalFile())
+        slotOpenFile(url.toLocalFile());
+    else
+        m_pForm->StatusBar->showMessage("Only files can be opened: " + url.toDisplayString(), k_iMessageTime);
 }
 
 void CMainWindow::openVirtualFile(const QByteArray& descriptor, const QByteArray& contents)

@@ -4,6 +4,7 @@
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QMdiSubWindow>
 
+#include "Common/LastPathComponent.h"
 #include "Documents/CTexViewWindowSingle.h"
 #include "Documents/SaveFailure.h"
 #include "MainWindow/CMainWindow.h"
@@ -61,8 +62,9 @@ void CMainWindow::slotSaveImage()
 
 void CMainWindow::tellNothingWritten(const QString& strPath)
 {
-    m_pForm->StatusBar->showMessage(QString("No file was written: \"%1\" ends in none of .mox, .ktx and .dds.").arg(strPath),
-                                    k_iMessageTime);
+    // The name last: where there is no room for all of it, the reason can still be read.
+    const QString strReason = "No file was written: a name must end in .mox, .ktx or .dds (%1)";
+    m_pForm->StatusBar->showMessage(strReason.arg(getLastPathComponent(strPath)), k_iMessageTime);
 }
 
 void CMainWindow::slotClose()
@@ -107,8 +109,6 @@ bool CMainWindow::mayCloseAll()
         CTexViewWindow* pView = getView(pSubWindow);
         if (pView == nullptr)
             continue;
-        if (pView->wouldAskToClose())
-            activate(pSubWindow); // so that the user sees which one the question is about
         QCloseEvent question;
         QApplication::sendEvent(pView, &question);
         if (!question.isAccepted())

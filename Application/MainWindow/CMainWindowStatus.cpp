@@ -74,6 +74,8 @@ void CMainWindow::followActivation(QMdiSubWindow* pSubWindow)
 void CMainWindow::slotSubWindowChanged(QMdiSubWindow* pSubWindow)
 {
     CTexViewWindow* pView = getView(pSubWindow);
+    if (pView == nullptr || pView != m_pCurrentView)
+        showColours({}); // until the mouse is over that one
     rebind(pView);
     if (pView == nullptr)
         showNoView();
@@ -119,9 +121,6 @@ void CMainWindow::showNoView()
     m_pPositionLabel->clear();
     m_pSurfaceLabel->clear();
     m_pDisplayDock->setPositionText(QString());
-    const QString strNone;
-    emit signalUpdateDisplayColour(strNone, strNone, strNone, strNone, strNone, strNone, strNone, strNone, strNone, strNone, strNone,
-                                   strNone);
     m_pForm->StatusBar->setEnabled(false);
     setZoomSliders(k_i32DefaultZoomPosition);
     updateZoomDisplay();
@@ -233,7 +232,11 @@ void CMainWindow::slotMousePositionUpdated()
     uint32_t aui32Values[4] = {};
     if (m_pCurrentView == nullptr || !m_pCurrentView->isMouseInside() || !m_pCurrentView->getMousePixelValue(aui32Values))
         return;
-    const ColourTexts texts = getColourTexts(aui32Values, m_pCurrentView->getWorkingTexture().getChannelType());
+    showColours(getColourTexts(aui32Values, m_pCurrentView->getWorkingTexture().getChannelType()));
+}
+
+void CMainWindow::showColours(const ColourTexts& texts)
+{
     emit signalUpdateDisplayColour(texts[0], texts[1], texts[2], texts[3], texts[4], texts[5], texts[6], texts[7], texts[8], texts[9],
                                    texts[10], texts[11]);
 }

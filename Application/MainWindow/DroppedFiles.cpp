@@ -5,6 +5,8 @@
 #include <QtCore/QMimeData>
 #include <QtCore/QTemporaryDir>
 
+#include "Common/LastPathComponent.h"
+
 namespace
 {
 
@@ -32,8 +34,8 @@ QString getDescriptorFileName(const QByteArray& descriptor)
     const int iEnd = name.indexOf('\0');
     if (iEnd >= 0)
         name.truncate(iEnd);
-    name = name.mid(qMax(name.lastIndexOf('/'), name.lastIndexOf('\\')) + 1);
-    return name == "." || name == ".." ? QString() : QString::fromLatin1(name);
+    const QString strName = getLastPathComponent(QString::fromLatin1(name));
+    return strName == "." || strName == ".." ? QString() : strName;
 }
 
 QString storeDroppedFile(const QString& strName, const QByteArray& contents)

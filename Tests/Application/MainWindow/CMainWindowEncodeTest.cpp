@@ -185,9 +185,50 @@ TEST_F(CMainWindowEncodeTest, ReloadsAMaximisedTexture)
     settle();
     ASSERT_EQ(1, windowCount());
     EXPECT_TRUE(subWindows().front()->isVisible());
+    EXPECT_TRUE(subWindows().front()->isMaximized());
     EXPECT_EQ(subWindows().front(), area().currentSubWindow());
     EXPECT_TRUE(action("Act_Save").isEnabled());
     EXPECT_EQ("Size: 6 x 5\t", labelText("SizeLabel"));
+}
+
+TEST_F(CMainWindowEncodeTest, ReloadsATextureInItsPlace)
+{
+    openView(png("other.png", 4, 4));
+    QMdiSubWindow* pOther = subWindows().front();
+    const QRect otherPlace = pOther->geometry();
+    subWindowOf(openView(png("a.png", 4, 4)))->setGeometry(30, 40, 250, 160);
+    CDialogAnswers answers;
+    answers.thenPress(QMessageBox::Yes).thenPress(QMessageBox::Yes);
+    action("Act_Reload").trigger();
+    settle();
+    ASSERT_EQ(2, windowCount());
+    EXPECT_EQ(QRect(30, 40, 250, 160), area().currentSubWindow()->geometry());
+    EXPECT_FALSE(area().currentSubWindow()->isMaximized());
+
+    // With another one below, and back to the size of before.
+    area().currentSubWindow()->showMaximized();
+    action("Act_Reload").trigger();
+    settle();
+    ASSERT_EQ(2, windowCount());
+    EXPECT_NE(pOther, area().currentSubWindow());
+    EXPECT_TRUE(area().currentSubWindow()->isMaximized());
+    EXPECT_FALSE(pOther->isMaximized());
+    EXPECT_EQ(otherPlace, pOther->geometry());
+}
+
+TEST_F(CMainWindowEncodeTest, ReloadsAMinimisedTexture)
+{
+    openView(png("a.png", 40, 30));
+    subWindows().front()->showMinimized();
+    const QSize minimised = subWindows().front()->size();
+    CDialogAnswers answers;
+    answers.thenPress(QMessageBox::Yes);
+    action("Act_Reload").trigger();
+    settle();
+    ASSERT_EQ(1u, answers.seen().size());
+    ASSERT_EQ(1, windowCount());
+    EXPECT_FALSE(subWindows().front()->isMinimized());
+    EXPECT_GT(subWindows().front()->height(), minimised.height());
 }
 
 TEST_F(CMainWindowEncodeTest, ReloadsByThePlainRoute)

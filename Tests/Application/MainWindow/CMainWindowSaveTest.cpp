@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include <QtGui/QCloseEvent>
 #include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QMessageBox>
@@ -106,8 +108,12 @@ TEST_F(CMainWindowSaveTest, SaysPlainlyThatNoFileWasWritten)
     action("Act_Save_As").trigger();
     EXPECT_EQ(1u, answers.seen().size());
     EXPECT_FALSE(QFile::exists(path("b.png")));
-    EXPECT_EQ("No file was written: \"" + m_Files.path("b.png") + "\" ends in none of .mox, .ktx and .dds.",
-              window().statusBar()->currentMessage().toStdString());
+    EXPECT_EQ("No file was written: a name must end in .mox, .ktx or .dds (b.png)", window().statusBar()->currentMessage().toStdString());
+    // All of it can be read at the width that the window has at first.
+    window().resize(1180, 760);
+    settle();
+    const auto* pFirstAtTheEnd = window().statusBar()->findChild<QWidget*>("line_4");
+    EXPECT_GT(pFirstAtTheEnd->x(), window().statusBar()->fontMetrics().horizontalAdvance(window().statusBar()->currentMessage()) + 20);
     EXPECT_TRUE(window().statusBar()->isEnabled());
     EXPECT_EQ("b.png", subWindows().front()->windowTitle().toStdString());
 }
@@ -189,6 +195,27 @@ TEST_F(CMainWindowSaveTest, ClosesTheCurrentTextureOrAllOfThem)
     action("Act_Close_All").trigger();
     settle();
     EXPECT_EQ(0, windowCount());
+}
+
+TEST_F(CMainWindowSaveTest, ShowsEachTextureThatCloseAllAsksAbout)
+{
+    edit(openView(mox("first.mox", makeBytes(2, 2))));
+    edit(openView(mox("second.mox", makeBytes(3, 2))));
+    std::vector<std::string> asked;
+    const auto note = [&](QDialog& dialog)
+    {
+        ASSERT_NE(nullptr, area().activeSubWindow());
+        asked.push_back(area().activeSubWindow()->objectName().toStdString());
+        EXPECT_EQ("Size: " + std::to_string(viewOf(area().activeSubWindow())->getWorkingTexture().getWidth()) + " x 2\t",
+                  labelText("SizeLabel"));
+        dialog.reject();
+    };
+    CDialogAnswers answers;
+    answers.thenDo(note).thenDo(note);
+    action("Act_Close_All").trigger();
+    std::sort(asked.begin(), asked.end());
+    EXPECT_EQ(std::vector<std::string>({m_Files.path("first.mox"), m_Files.path("second.mox")}), asked);
+    EXPECT_EQ(2, windowCount());
 }
 
 TEST_F(CMainWindowSaveTest, ClosesByTheExitCommand)

@@ -253,6 +253,42 @@ TEST_F(CMainWindowStatusTest, ShowsThePixelUnderTheMouse)
     EXPECT_EQ("Position: 3, 2", labelText("PositionLabel"));
 }
 
+TEST_F(CMainWindowStatusTest, ForgetsTheColourOfTheTextureThatWasActiveBefore)
+{
+    CTexViewWindowSingle& first = openView(mox("a.mox", makeBytes(64, 64)));
+    CTexViewWindowSingle& second = openView(mox("b.mox", makeBytes(64, 64)));
+    QSignalSpy colours(&window(), &CMainWindow::signalUpdateDisplayColour);
+    auto* pLabel = second.findChild<QLabel*>("Label_ViewPanel");
+    QTest::mouseMove(pLabel, {5, 5});
+    QTest::mouseMove(pLabel, {3, 2});
+    ASSERT_FALSE(colours.isEmpty());
+    ASSERT_NE("", colours.back()[0].toString());
+
+    // What only refreshes the same texture keeps it.
+    QTest::mouseMove(window().statusBar(), {5, 5});
+    const int iCount = colours.size();
+    window().slotSubWindowChanged(subWindowOf(second));
+    for (int i = iCount; i < colours.size(); ++i)
+        EXPECT_NE("", colours[i][0].toString());
+
+    area().setActiveSubWindow(subWindowOf(first));
+    ASSERT_FALSE(colours.isEmpty());
+    for (int i = 0; i < 12; ++i)
+        EXPECT_EQ("", colours.back()[i].toString()) << i;
+}
+
+TEST_F(CMainWindowStatusTest, KeepsTheZoomSliderNarrowAndFollowsItsKeys)
+{
+    CTexViewWindowSingle& view = openView(png("a.png"));
+    window().resize(1180, 760);
+    settle();
+    EXPECT_EQ(160, zoomSlider().width());
+    QTest::keyClick(&zoomSlider(), Qt::Key_Right);
+    EXPECT_EQ(4, view.getZoomPosition());
+    QTest::keyClick(&zoomSlider(), Qt::Key_PageDown);
+    EXPECT_EQ(3, view.getZoomPosition());
+}
+
 TEST_F(CMainWindowStatusTest, ShowsThePartsOfTheSurfaceThatThereAreMoreOf)
 {
     CTexViewWindowSingle& view = openView(mox("plain.mox", makeBytes(4, 4)));
