@@ -24,6 +24,7 @@ CSurfacesDock::CSurfacesDock(QWidget* pParent) : QDockWidget(pParent), m_pForm(n
     m_pForm->setupUi(this);
     m_LateUpdate.setSingleShot(true);
     connect(m_pForm->Tree_Surfaces, &QTreeWidget::itemSelectionChanged, this, &CSurfacesDock::slotTextureClicked);
+    connect(m_pForm->Tree_Surfaces, &CSurfacesTree::signalSelectedAgain, this, &CSurfacesDock::slotTextureClicked);
     connect(m_pForm->Tree_Surfaces, &CSurfacesTree::signalLoadToCurrentSurface, this, &CSurfacesDock::slotLoadToCurrentSurface);
     connect(&m_LateUpdate, &QTimer::timeout, this, &CSurfacesDock::showList);
 }

@@ -30,14 +30,14 @@ public:
     [[nodiscard]] int getClickedIndex() const;
 
 signals:
-    /// The user selected a surface. @param filename  the full name, as it was given with the list
+    /// The user selected a surface, or the selected one again. @param filename  the full name, as it was given with the list
     void signalTextureClicked(const QString& filename, uint32_t uiMIPLevel, uint32_t uiArrayMember, uint32_t uiFace);
     /// Asked for in the context menu, after the click that selects the surface.
     void signalLoadToCurrentSurface();
 
 public slots:
-    /// Builds the tree anew, but for the first call after a selection and those while it is told: they come of the selection itself,
-    /// and the tree stays. Where such a call did bring something new, the tree follows once control is back in the event loop.
+    /// Brings the tree up to date, but for the first call after a selection and those while it is told: they come of the selection
+    /// itself, and the tree stays. Where such a call did bring something new, the tree follows once control is back in the event loop.
     /// Lists of different lengths, or with a null among the headers, change nothing.
     /// @param listNames  what is shown; fullNames  unique names, shown as tool tips; listTextureHeaders  read during the call only
     void slotUpdateTextureList(QList<QString> listNames, QList<QString> fullNames,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -24,12 +25,18 @@ public:
 
     explicit CSurfacesTree(QWidget* pParent = nullptr);
 
-    /// Clears the tree and builds it from the list, one top item an entry.
+    /// Shows the list, one top item an entry.
+    ///
+    /// What is open, selected and scrolled to stays as far as it is still there, and none of that is told by a signal. A texture is
+    /// known again by its full name and its place among the others. Nothing happens where the list is the one that is shown.
     void setEntries(const std::vector<SurfacesTreeEntry>& aEntries);
     [[nodiscard]] const std::vector<SurfacesTreeEntry>& getEntries() const { return m_aEntries; }
 
 signals:
     void signalLoadToCurrentSurface();
+    /// The selected item was pressed or activated once more, or its menu asked for by key. As the selection outlives an update,
+    /// the surface that is shown may have become another one since.
+    void signalSelectedAgain();
 
 public slots:
     void slotLoadToCurrentSurface();
@@ -40,11 +47,27 @@ protected:
     bool viewportEvent(QEvent* pEvent) override;
 
 private:
+    /// Where an item stands: its texture, and from there down the index among the children at each depth.
+    struct ItemPlace
+    {
+        size_t uiTop = SIZE_MAX; ///< past all textures for no item
+        std::vector<int> aiPath;
+    };
+
     void fillItem(QTreeWidgetItem* pItem);
     void addChildren(QTreeWidgetItem* pItem, uint32_t uiTop, uint32_t uiDepth, bool bWhole);
+    void addAllChildren(QTreeWidgetItem* pItem, uint32_t uiTop);
+    void renewChildren(QTreeWidgetItem* pItem, uint32_t uiTop);
+    void updateItems(const std::vector<SurfacesTreeEntry>& aEntries, const std::vector<size_t>& auiOldPlaces);
+
+    [[nodiscard]] ItemPlace getPlace(const QTreeWidgetItem* pItem) const;
+    /// The item at a path, or the last one on the way; fills what lies on the way. @param bWhole  whether the path's end was reached
+    QTreeWidgetItem* findItem(QTreeWidgetItem* pTop, const std::vector<int>& aiPath, bool& bWhole);
+    void tellPressedAgain(const QTreeWidgetItem* pItem);
 
     QMenu* m_pMenu;
     QAction* m_pLoadAction;
     std::vector<SurfacesTreeEntry> m_aEntries;
     std::vector<uint32_t> m_auiItemsLeft; ///< how many more items each texture may get
+    bool m_bPressedSelected = false;      ///< while a press is handled: it went to the selected item
 };

@@ -33,8 +33,12 @@ bool SurfacesTreeEntry::hasMembers() const
     return shape.getNumArrayMembers() > 1 || shape.getNumFaces() > 1;
 }
 
+bool SurfacesTreeEntry::hasSurfacesOf(const SurfacesTreeEntry& other) const
+{
+    return getShape(shape) == getShape(other.shape) && strCubeMapOrder == other.strCubeMapOrder;
+}
+
 bool operator==(const SurfacesTreeEntry& a, const SurfacesTreeEntry& b)
 {
-    return a.strName == b.strName && a.strFullName == b.strFullName && getShape(a.shape) == getShape(b.shape) &&
-           a.strCubeMapOrder == b.strCubeMapOrder;
+    return a.strName == b.strName && a.strFullName == b.strFullName && a.hasSurfacesOf(b);
 }

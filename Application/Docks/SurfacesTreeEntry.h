@@ -20,6 +20,8 @@ struct SurfacesTreeEntry
     [[nodiscard]] bool hasSurfaces() const;
     /// True where the levels have items below their own.
     [[nodiscard]] bool hasMembers() const;
+    /// True where the items below the texture's own are the same, texts included.
+    [[nodiscard]] bool hasSurfacesOf(const SurfacesTreeEntry& other) const;
 
     friend bool operator==(const SurfacesTreeEntry& a, const SurfacesTreeEntry& b);
     friend bool operator!=(const SurfacesTreeEntry& a, const SurfacesTreeEntry& b) { return !(a == b); }

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QMenu>
@@ -158,8 +159,8 @@ TEST_F(SurfacesDock, LeavesTheTreeToTheFirstUpdateAfterAClick)
     QApplication::processEvents();
     EXPECT_TRUE(pItem->isSelected());
 
-    update({"a", "b"}); // but not to the second
-    EXPECT_TRUE(tree().selectedItems().isEmpty());
+    update({"x", "a", "b"}); // but not to the second
+    EXPECT_EQ(3, tree().topLevelItemCount());
 }
 
 TEST_F(SurfacesDock, LeavesTheTreeToUpdatesThatComeWhileAClickIsTold)
@@ -216,15 +217,52 @@ TEST_F(SurfacesDock, SeesEveryChangeThatTheTreeShows)
     for (const auto& change : aChanges)
     {
         update({"a"});
+        tree().clearSelection(); // else the click would change nothing
         click(tree().topLevelItem(0));
         const QTreeWidgetItem* pItem = tree().topLevelItem(0);
         EXPECT_TRUE(pItem->isSelected());
+        QSignalSpy changes(tree().model(), &QAbstractItemModel::rowsRemoved);
         change();
         m_Dock.slotUpdateTextureList({"Title of a"}, {"a"}, {&changed});
-        EXPECT_FALSE(tree().selectedItems().isEmpty());
+        EXPECT_EQ(0, changes.size());
         QApplication::processEvents();
-        EXPECT_TRUE(tree().selectedItems().isEmpty());
+        EXPECT_EQ(1, changes.size());
     }
+}
+
+TEST_F(SurfacesDock, KeepsTheSelectionThroughAnUpdateWithoutTellingIt)
+{
+    update({"a", "b"});
+    click(tree().topLevelItem(1)->child(2)->child(3));
+    update({"a", "b"}); // of the click itself
+    ASSERT_EQ(1u, m_aClicks.size());
+
+    m_Header.setWidth(100);
+    m_Header.setHeight(40);
+    update({"b"});
+    ASSERT_EQ(1, tree().topLevelItemCount());
+    EXPECT_EQ("Level 2: (25 x 10)", tree().topLevelItem(0)->child(2)->text(0).toStdString());
+    EXPECT_TRUE(tree().topLevelItem(0)->child(2)->child(3)->isSelected());
+    EXPECT_EQ(0, m_Dock.getClickedIndex());
+    EXPECT_EQ(1u, m_aClicks.size());
+
+    // Nor does what was restored keep the next update from being shown.
+    update({"b", "c"});
+    EXPECT_EQ(2, tree().topLevelItemCount());
+}
+
+// With another texture shown meanwhile, the selected surface must be within reach of a click.
+TEST_F(SurfacesDock, TellsTheSelectedSurfaceAgainWhenItIsClickedAgain)
+{
+    update({"a", "b"});
+    QTreeWidgetItem* pItem = tree().topLevelItem(1);
+    for (const Qt::MouseButton eButton : {Qt::LeftButton, Qt::LeftButton, Qt::RightButton})
+    {
+        QTest::mouseClick(tree().viewport(), eButton, Qt::NoModifier, tree().visualItemRect(pItem).center());
+        tree().findChild<QMenu*>()->hide();
+        update({"a", "b"});
+    }
+    EXPECT_EQ((std::vector<Click>{{"b", 0, 0, 0, 1}, {"b", 0, 0, 0, 1}, {"b", 0, 0, 0, 1}}), m_aClicks);
 }
 
 TEST_F(SurfacesDock, ClosingAllWindowsEmptiesTheTreeEvenAfterAClick)

@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <cstdlib>
+#include <iterator>
 #include <set>
 #include <string>
 #include <tuple>
@@ -12,6 +13,8 @@
 #include "Formats/FormatNames.h"
 #include "Formats/PixelFormats.h"
 #include "Texture/CMOXTextureHeader.h"
+
+#include "CatalogueTable.h"
 
 using namespace moxtexture;
 
@@ -46,7 +49,39 @@ bool hasLetter(MOXPixelWord pixelFormat, char cLetter)
     return false;
 }
 
+/// In lower case, without the blank that ends the name of a layout.
+std::string getComparedName(std::string strName)
+{
+    for (char& c : strName)
+        if (c >= 'A' && c <= 'Z')
+            c = static_cast<char>(c - 'A' + 'a');
+    if (!strName.empty() && strName.back() == ' ')
+        strName.pop_back();
+    return strName;
+}
+
 } // namespace
+
+TEST(EncodeCatalogue, HoldsEveryRecordFieldByField)
+{
+    const auto& records = getEncodeCatalogue();
+    ASSERT_EQ(std::size(k_aCatalogueTable), records.size());
+    for (size_t i = 0; i < records.size(); ++i)
+    {
+        const CatalogueTableRow& row = k_aCatalogueTable[i];
+        const CMOXSearchObject& record = records[i];
+        SCOPED_TRACE("record " + std::to_string(i) + ": " + row.strName);
+        EXPECT_EQ(getComparedName(row.strName), getComparedName(getFormatName(record.pixelFormat)));
+        EXPECT_EQ(row.uiChannelType, static_cast<uint32_t>(record.eChannelType));
+        EXPECT_EQ(row.uiAPIs, record.uiAPIs);
+        EXPECT_EQ(row.uiStorageClass, record.uiStorageClass);
+        EXPECT_EQ(row.uiChannelCounts, record.uiChannelCounts);
+        EXPECT_EQ(row.uiHasAlpha, record.uiHasAlpha);
+        EXPECT_EQ(row.strColourSpace, getColourSpaceName(record.eColourSpace, true));
+        ASSERT_LT(record.uiBitRateIndex, k_aBitsPerPixel.size());
+        EXPECT_EQ(row.strBitsPerPixel, k_aBitsPerPixel[record.uiBitRateIndex]);
+    }
+}
 
 TEST(EncodeCatalogue, HoldsItsRecordsInTheOrderInWhichTheyAreOffered)
 {
