@@ -16,7 +16,7 @@ constexpr char k_acShortestName[] = "888..."; // what is left of a file's name a
 QString elideSurfaceTitle(const QFontMetrics& metrics, const QString& strTitle, int iWidth)
 {
     const int iMark = strTitle.lastIndexOf(k_strMark);
-    const QString strCutInMiddle = metrics.elidedText(strTitle, Qt::ElideMiddle, iWidth);
+    QString strCutInMiddle = metrics.elidedText(strTitle, Qt::ElideMiddle, iWidth);
     if (iMark < 0 || strCutInMiddle == strTitle)
         return strCutInMiddle;
 
