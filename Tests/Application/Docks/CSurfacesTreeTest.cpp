@@ -34,6 +34,7 @@ std::string textOf(const QTreeWidgetItem* pItem)
 std::vector<std::string> childTexts(const QTreeWidgetItem* pItem)
 {
     std::vector<std::string> aTexts;
+    aTexts.reserve(static_cast<size_t>(pItem->childCount()));
     for (int i = 0; i < pItem->childCount(); ++i)
         aTexts.push_back(textOf(pItem->child(i)));
     return aTexts;
