@@ -127,6 +127,13 @@ class UserStory(unittest.TestCase):
         desktop.keys("Return")
         desktop.gone("Could not load file")
 
+        # A second start hands nothing over: it shows a window of its own.
+        second = desktop.start(PROGRAM)
+        wait_for("a second main window", lambda: len(desktop.windows("Halvane")) == 2)
+        second.terminate()
+        second.wait(60)
+        wait_for("one main window", lambda: len(desktop.windows("Halvane")) == 1)
+
         # An unsaved document asks; cancelled, the window stays; refused, it ends.
         desktop.window("Halvane")
         desktop.keys("ctrl+e")
