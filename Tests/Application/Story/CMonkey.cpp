@@ -213,6 +213,8 @@ void CMonkey::useView()
 
 void CMonkey::useDock()
 {
+    if (below(6) == 0) // one widget among many, with much behind it
+        return operate(*m_Window.findChild<QTreeWidget*>("Tree_Surfaces"));
     QList<QWidget*> usable;
     for (const QDockWidget* pDock : m_Window.findChildren<QDockWidget*>())
         for (QWidget* pWidget : pDock->findChildren<QWidget*>())

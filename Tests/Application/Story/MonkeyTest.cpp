@@ -135,6 +135,7 @@ TEST_P(MonkeyOfSeed, LeavesTheProgramStandingWhateverItDoes)
         EXPECT_GT(monkey.rejected().count(pcTitle), 0u) << pcTitle;
     }
     EXPECT_GT(monkey.counts().count("an encoded document"), 0u);
+    EXPECT_GT(monkey.counts().count("context menu of the tree"), 0u);
     // It still does its work.
     window.findChild<QMdiArea*>()->closeAllSubWindows();
     QApplication::processEvents();
