@@ -48,9 +48,12 @@ class Desktop:
         }
         for name in ("tmp", "config", "data", "run"):
             (self.folder / name).mkdir(mode=0o700)
-        for name in ("ASAN_OPTIONS", "UBSAN_OPTIONS", "LSAN_OPTIONS", "QT_SCALE_FACTOR"):
+        for name in ("ASAN_OPTIONS", "UBSAN_OPTIONS", "QT_SCALE_FACTOR"):
             if name in os.environ:
                 self.environment[name] = os.environ[name]
+        # What the platform's plug-ins keep to the end is no leak of ours, and has no name once they are unloaded; ours show in the
+        # tests without a screen.
+        self.environment["ASAN_OPTIONS"] = self.environment.get("ASAN_OPTIONS", "") + ":detect_leaks=0"
         self.processes.append(subprocess.Popen(["openbox"], env=self.environment, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL))
         wait_for("a window manager", lambda: "_NET_SUPPORTING_WM_CHECK(WINDOW)" in
                  self.run("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"))
