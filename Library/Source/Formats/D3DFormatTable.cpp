@@ -184,7 +184,9 @@ D3DPixelFormat describeD3DFormat(const D3DFormatRow& row)
         return format;
     }
     const bool bAlpha = row.eAlphaFlag == ED3DAlphaFlag::eSet || row.eAlphaFlag == ED3DAlphaFlag::eAnyWritten;
-    format.ui32Flags = row.ui32Flags | (bAlpha ? eD3DPixelsHaveAlpha : 0);
+    format.ui32Flags = row.ui32Flags;
+    if (bAlpha)
+        format.ui32Flags |= eD3DPixelsHaveAlpha;
     format.ui32BitCount = countBits(row.pixelFormat);
     format.aui32Masks = row.aui32Masks;
     return format;
