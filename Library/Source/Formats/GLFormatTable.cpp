@@ -4,19 +4,12 @@
 #include <iterator>
 #include <string_view>
 
+#include "Formats/RowUse.h"
+
 namespace moxtexture
 {
 namespace
 {
-
-enum class ERowUse : uint8_t
-{
-    eBoth,
-    eRead,       ///< what others write and the model can hold; written under another number
-    eReadOfType, ///< the same, if the file's glType is the row's
-    eBothOfType, ///< read only if the file's glType is the row's
-    eWrite,      ///< read as the format that shares the number
-};
 
 /// glType of a row: what the elements' kind tells, or the type of a packed pixel.
 constexpr uint32_t k_uiOfElements = 0;
@@ -58,6 +51,7 @@ struct GLFormatRow
     uint32_t ui32Base;
     uint32_t ui32Type;
     ERowUse eUse;
+    bool bOfType = false; ///< read only where the glType is the row's
 };
 
 constexpr EMOXTChannelType k_eUN8 = eCT_UnsignedNormalisedByte;
@@ -74,14 +68,15 @@ constexpr EMOXTChannelType k_eS32 = eCT_SignedInteger;
 constexpr EMOXTChannelType k_eFloat = eCT_SignedFloatingPoint;
 constexpr EMOXTChannelType k_eUFloat = eCT_UnsignedFloatingPoint;
 
-// The order of rows decides at writing: ascending numbers, the plain space before the other where they share a row's place.
+// Ascending numbers: the first row that suits is the one that is written. The two formats that are only written share the number of
+// the formats that they differ from in pre-multiplication alone.
 // clang-format off
 constexpr GLFormatRow k_aGLFormats[] = {
-//    internal count layout                          type      space       base             glType                  use
-    {  6407,  1, layout("rgb", 5, 6, 5),             k_eUN16,  eCS_Linear, eRGB,            k_uiShort565,           ERowUse::eReadOfType },
-    {  6407,  1, layout("rgb", 3, 3, 2),             k_eUN8,   eCS_Linear, eRGB,            k_uiByte332,            ERowUse::eReadOfType },
-    {  6408,  1, layout("rgba", 4, 4, 4, 4),         k_eUN16,  eCS_Linear, eRGBA,           k_uiShort4444,          ERowUse::eReadOfType },
-    {  6408,  1, layout("rgba", 5, 5, 5, 1),         k_eUN16,  eCS_Linear, eRGBA,           k_uiShort5551,          ERowUse::eReadOfType },
+//    internal count layout                          type      space       base             glType                  use, of that type
+    {  6407,  1, layout("rgb", 5, 6, 5),             k_eUN16,  eCS_Linear, eRGB,            k_uiShort565,           ERowUse::eReadOnly, true },
+    {  6407,  1, layout("rgb", 3, 3, 2),             k_eUN8,   eCS_Linear, eRGB,            k_uiByte332,            ERowUse::eReadOnly, true },
+    {  6408,  1, layout("rgba", 4, 4, 4, 4),         k_eUN16,  eCS_Linear, eRGBA,           k_uiShort4444,          ERowUse::eReadOnly, true },
+    {  6408,  1, layout("rgba", 5, 5, 5, 1),         k_eUN16,  eCS_Linear, eRGBA,           k_uiShort5551,          ERowUse::eReadOnly, true },
     { 10768,  1, layout("rgb", 3, 3, 2),             k_eUN8,   eCS_Linear, eRGB,            k_uiByte332,            ERowUse::eBoth },
     { 32828,  1, layout("a", 8),                     k_eUN8,   eCS_Linear, eAlpha,          k_uiOfElements,         ERowUse::eBoth },
     // On purpose: the sized 16-bit letters a, l and la are of the byte types, where they are not floats.
@@ -97,7 +92,7 @@ constexpr GLFormatRow k_aGLFormats[] = {
     { 32856,  1, k_RGBA8,                            k_eUN8,   eCS_Linear, eRGBA,           k_uiOfElements,         ERowUse::eBoth },
     { 32857,  1, layout("abgr", 2, 10, 10, 10),      k_eUN32,  eCS_Linear, eRGBA,           k_uiInt2101010Reversed, ERowUse::eBoth },
     { 32859,  1, k_RGBA16,                           k_eUN16,  eCS_Linear, eRGBA,           k_uiOfElements,         ERowUse::eBoth },
-    { 32993,  1, layout("bgra", 8, 8, 8, 8),         k_eUN8,   eCS_Linear, eBGRA,           k_uiUnsignedByte,       ERowUse::eBothOfType },
+    { 32993,  1, layout("bgra", 8, 8, 8, 8),         k_eUN8,   eCS_Linear, eBGRA,           k_uiUnsignedByte,       ERowUse::eBoth, true },
     { 33321,  1, layout("r", 8),                     k_eUN8,   eCS_Linear, eRed,            k_uiOfElements,         ERowUse::eBoth },
     { 33322,  1, layout("r", 16),                    k_eUN16,  eCS_Linear, eRed,            k_uiOfElements,         ERowUse::eBoth },
     { 33323,  1, layout("rg", 8, 8),                 k_eUN8,   eCS_Linear, eRG,             k_uiOfElements,         ERowUse::eBoth },
@@ -119,11 +114,11 @@ constexpr GLFormatRow k_aGLFormats[] = {
     { 33339,  1, layout("rg", 32, 32),               k_eS32,   eCS_Linear, eRGInteger,      k_uiOfElements,         ERowUse::eBoth },
     { 33340,  1, layout("rg", 32, 32),               k_eU32,   eCS_Linear, eRGInteger,      k_uiOfElements,         ERowUse::eBoth },
     { 33776,  1, ePF_BC1,                            k_eUN8,   eCS_Linear, eRGB,            k_uiOfElements,         ERowUse::eBoth },
-    { 33777,  1, ePF_BC1,                            k_eUN8,   eCS_Linear, eRGBA,           k_uiOfElements,         ERowUse::eRead },
+    { 33777,  1, ePF_BC1,                            k_eUN8,   eCS_Linear, eRGBA,           k_uiOfElements,         ERowUse::eReadOnly },
     { 33778,  1, ePF_BC2,                            k_eUN8,   eCS_Linear, eRGBA,           k_uiOfElements,         ERowUse::eBoth },
-    { 33778,  1, ePF_DXT2,                           k_eUN8,   eCS_Linear, eRGBA,           k_uiOfElements,         ERowUse::eWrite },
+    { 33778,  1, ePF_DXT2,                           k_eUN8,   eCS_Linear, eRGBA,           k_uiOfElements,         ERowUse::eWriteOnly },
     { 33779,  1, ePF_BC3,                            k_eUN8,   eCS_Linear, eRGBA,           k_uiOfElements,         ERowUse::eBoth },
-    { 33779,  1, ePF_DXT4,                           k_eUN8,   eCS_Linear, eRGBA,           k_uiOfElements,         ERowUse::eWrite },
+    { 33779,  1, ePF_DXT4,                           k_eUN8,   eCS_Linear, eRGBA,           k_uiOfElements,         ERowUse::eWriteOnly },
     { 34836,  1, k_RGBA32,                           k_eFloat, eCS_Linear, eRGBA,           k_uiOfElements,         ERowUse::eBoth },
     { 34837,  1, layout("rgb", 32, 32, 32),          k_eFloat, eCS_Linear, eRGB,            k_uiOfElements,         ERowUse::eBoth },
     { 34838,  1, layout("a", 32),                    k_eFloat, eCS_Linear, eAlpha,          k_uiOfElements,         ERowUse::eBoth },
@@ -146,10 +141,10 @@ constexpr GLFormatRow k_aGLFormats[] = {
     { 35901,  1, ePF_Shared_Exponent_RGB999_E5,      k_eUFloat, eCS_Linear, eRGB,           k_uiInt5999Reversed,    ERowUse::eBoth },
     { 35905,  1, layout("rgb", 8, 8, 8),             k_eUN8,   eCS_sRGB,   eRGB,            k_uiOfElements,         ERowUse::eBoth },
     { 35907,  1, k_RGBA8,                            k_eUN8,   eCS_sRGB,   eRGBA,           k_uiOfElements,         ERowUse::eBoth },
-    { 35916,  1, ePF_BC1,                            k_eUN8,   eCS_sRGB,   eRGB,            k_uiOfElements,         ERowUse::eRead },
-    { 35917,  1, ePF_BC1,                            k_eUN8,   eCS_sRGB,   eRGBA,           k_uiOfElements,         ERowUse::eRead },
-    { 35918,  1, ePF_BC2,                            k_eUN8,   eCS_sRGB,   eRGBA,           k_uiOfElements,         ERowUse::eRead },
-    { 35919,  1, ePF_BC3,                            k_eUN8,   eCS_sRGB,   eRGBA,           k_uiOfElements,         ERowUse::eRead },
+    { 35916,  1, ePF_BC1,                            k_eUN8,   eCS_sRGB,   eRGB,            k_uiOfElements,         ERowUse::eReadOnly },
+    { 35917,  1, ePF_BC1,                            k_eUN8,   eCS_sRGB,   eRGBA,           k_uiOfElements,         ERowUse::eReadOnly },
+    { 35918,  1, ePF_BC2,                            k_eUN8,   eCS_sRGB,   eRGBA,           k_uiOfElements,         ERowUse::eReadOnly },
+    { 35919,  1, ePF_BC3,                            k_eUN8,   eCS_sRGB,   eRGBA,           k_uiOfElements,         ERowUse::eReadOnly },
     { 36194,  1, layout("rgb", 5, 6, 5),             k_eUN16,  eCS_Linear, eRGB,            k_uiShort565,           ERowUse::eBoth },
     { 36196,  1, ePF_ETC1,                           k_eUN8,   eCS_Linear, eRGB,            k_uiOfElements,         ERowUse::eBoth },
     // On purpose: of the four 32-bit rows, the two of rgba name the other sign than OpenGL does, and 36227 and 36209 do not.
@@ -262,27 +257,6 @@ const Row* findRow(const Row (&aRows)[N], Condition isIt)
     return pRow != std::end(aRows) ? pRow : nullptr;
 }
 
-constexpr bool mayBeRead(const GLFormatRow& row, uint32_t ui32Type)
-{
-    switch (row.eUse)
-    {
-    case ERowUse::eBoth:
-    case ERowUse::eRead:
-        return true;
-    case ERowUse::eBothOfType:
-    case ERowUse::eReadOfType:
-        return row.ui32Type == ui32Type;
-    case ERowUse::eWrite:
-        break;
-    }
-    return false;
-}
-
-constexpr bool mayBeWritten(const GLFormatRow& row)
-{
-    return row.eUse != ERowUse::eRead && row.eUse != ERowUse::eReadOfType;
-}
-
 /// As many elements of uiBits as there are letters.
 constexpr MOXPixelWord getLayout(std::string_view strLetters, uint8_t uiBits)
 {
@@ -301,7 +275,7 @@ const GLFormatRow* findRowToWrite(const PixelEncoding& encoding)
     const MOXPixelWord word = encoding.pixelFormat;
     const EMOXTColourSpace eSpace = encoding.eColourSpace == eCS_sRGB ? eCS_sRGB : eCS_Linear;
     const auto isOfFormat = [&](const GLFormatRow& row)
-    { return mayBeWritten(row) && isWithin(word.getWord(), row.pixelFormat.getWord(), row.uiCount); };
+    { return mayBeWritten(row.eUse) && isWithin(word.getWord(), row.pixelFormat.getWord(), row.uiCount); };
     // Elements are of one type; blocks are what they are, and their type says no more than whether there are signs.
     const auto isOfType = [&](const GLFormatRow& row)
     {
@@ -348,7 +322,10 @@ std::optional<GLFormat> findUnsizedToWrite(const PixelEncoding& encoding)
 std::optional<PixelEncoding> findGLFormat(uint32_t ui32InternalFormat, uint32_t ui32Type)
 {
     const auto isRow = [&](const GLFormatRow& row)
-    { return isWithin(ui32InternalFormat, row.ui32InternalFormat, row.uiCount) && mayBeRead(row, ui32Type); };
+    {
+        return isWithin(ui32InternalFormat, row.ui32InternalFormat, row.uiCount) && mayBeRead(row.eUse) &&
+               (!row.bOfType || row.ui32Type == ui32Type);
+    };
     if (const GLFormatRow* pRow = findRow(k_aGLFormats, isRow))
         return PixelEncoding{MOXPixelWord(pRow->pixelFormat.getWord() + (ui32InternalFormat - pRow->ui32InternalFormat)),
                              pRow->eChannelType, pRow->eColourSpace};
