@@ -31,6 +31,9 @@ enum EDdsNumbers : uint32_t
     eDdsMiscCube = 4,
 };
 
+/// A file has one face or these.
+inline constexpr uint32_t k_uiDdsCubeFaces = 6;
+
 /// The fields of the plain header that mean something here.
 struct DdsHeader
 {

@@ -11,8 +11,6 @@ namespace moxtexture
 namespace
 {
 
-constexpr uint32_t k_uiCubeFaces = 6;
-
 /// Reads a header whose size is the record's.
 template <size_t N>
 bool readBytes(std::FILE* pFile, uint8_t (&aui8Record)[N])
@@ -26,7 +24,7 @@ void takeShape(const DdsHeader& dds, CMOXTextureHeader& header)
     header.setHeight(dds.ui32Height);
     header.setDepth((dds.ui32Flags & eDdsDepth) != 0 ? dds.ui32Depth : 1);
     header.setNumMIPLevels((dds.ui32Flags & eDdsMIPCount) != 0 ? dds.ui32MIPCount : 1);
-    header.setNumFaces((dds.ui32Caps2 & eDdsCaps2Cube) != 0 ? k_uiCubeFaces : 1);
+    header.setNumFaces((dds.ui32Caps2 & eDdsCaps2Cube) != 0 ? k_uiDdsCubeFaces : 1);
     header.setNumArrayMembers(1);
 }
 
@@ -47,7 +45,7 @@ bool takeExtended(const DdsExtendedHeader& extended, CMOXTextureHeader& header)
     if (!takeDimension(extended.ui32Dimension, header))
         return false;
     if ((extended.ui32MiscFlags & eDdsMiscCube) != 0)
-        header.setNumFaces(k_uiCubeFaces);
+        header.setNumFaces(k_uiDdsCubeFaces);
     header.setNumArrayMembers(extended.ui32ArraySize != 0 ? extended.ui32ArraySize : 1);
     setFromDXGIFormat(header, extended.ui32Format);
     return true;

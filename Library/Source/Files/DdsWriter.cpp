@@ -12,8 +12,6 @@ namespace moxtexture
 namespace
 {
 
-constexpr uint32_t k_uiCubeFaces = 6;
-
 constexpr uint32_t flagIf(bool bSet, uint32_t ui32Flag)
 {
     return bSet ? ui32Flag : 0;
@@ -35,7 +33,7 @@ DdsHeader describeShape(const CMOXTextureHeader& header)
 {
     const bool bChain = header.getNumMIPLevels() > 1;
     const bool bVolume = header.getDepth() > 1;
-    const bool bCube = header.getNumFaces() == k_uiCubeFaces;
+    const bool bCube = header.getNumFaces() == k_uiDdsCubeFaces;
     const bool bPitch = !header.getPixelFormat().isCompressed();
 
     DdsHeader dds;
@@ -56,7 +54,7 @@ DdsExtendedHeader describeExtended(const CMOXTextureHeader& header, uint32_t ui3
     DdsExtendedHeader extended;
     extended.ui32Format = ui32Format;
     extended.ui32Dimension = header.getDepth() > 1 ? eDdsResource3D : header.getHeight() > 1 ? eDdsResource2D : eDdsResource1D;
-    extended.ui32MiscFlags = flagIf(header.getNumFaces() == k_uiCubeFaces, eDdsMiscCube);
+    extended.ui32MiscFlags = flagIf(header.getNumFaces() == k_uiDdsCubeFaces, eDdsMiscCube);
     extended.ui32ArraySize = header.getNumArrayMembers();
     return extended;
 }
