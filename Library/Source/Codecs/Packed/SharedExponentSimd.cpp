@@ -9,6 +9,8 @@
 #include <hwy/foreach_target.h>
 #include <hwy/highway.h>
 
+#include "Codecs/Packed/PackedLanesSimd.h"
+
 HWY_BEFORE_NAMESPACE();
 namespace moxtexture
 {
@@ -16,20 +18,6 @@ namespace HWY_NAMESPACE
 {
 namespace
 {
-
-namespace hn = hwy::HWY_NAMESPACE;
-
-using DF = hn::CappedTag<float, 16>;
-using DI = hn::RebindToSigned<DF>;
-using DU = hn::RebindToUnsigned<DF>;
-using VF = hn::Vec<DF>;
-using VI = hn::Vec<DI>;
-using VU = hn::Vec<DU>;
-
-constexpr DF df{};
-constexpr DI di{};
-constexpr DU du{};
-constexpr size_t k_uiMostLanes = 16;
 
 HWY_INLINE VF clampChannel(VF value)
 {

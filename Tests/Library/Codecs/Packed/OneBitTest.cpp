@@ -2,28 +2,21 @@
 
 #include <gmock/gmock.h>
 
+#include "PackedTestSurfaces.h"
 #include "Support/EveryInstructionSet.h"
 #include "Support/SeededPictures.h"
 
 using namespace moxtexture;
+using namespace packedtest;
 using testing::Each;
 
 namespace
 {
 
-using Bytes = std::vector<uint8_t>;
 using Entry = decltype(&encodeOneBit);
 
 constexpr Entry k_aEncoders[] = {encodeOneBit, encodeOneBitReference};
 constexpr Entry k_aDecoders[] = {decodeOneBit, decodeOneBitReference};
-
-/// What is written of a surface into room that holds 7 in every byte.
-Bytes convert(Entry entry, const Bytes& source, size_t uiRoom, uint32_t uiWidth, uint32_t uiHeight, uint32_t uiBits)
-{
-    Bytes target(uiRoom, 7);
-    EXPECT_EQ(uiWidth * uiHeight * uiBits / 8, entry(source.data(), target.data(), uiWidth, uiHeight));
-    return target;
-}
 
 /// Grey pixels, alpha 0.
 Bytes makeGrey(const Bytes& values)

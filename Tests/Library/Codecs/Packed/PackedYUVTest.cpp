@@ -2,39 +2,30 @@
 
 #include <gmock/gmock.h>
 
+#include "PackedTestSurfaces.h"
 #include "Support/EveryInstructionSet.h"
 #include "Support/SeededPictures.h"
 
 using namespace moxtexture;
+using namespace packedtest;
 using testing::Each;
 using testing::ElementsAre;
 
 namespace
 {
 
-using Bytes = std::vector<uint8_t>;
-
 constexpr EMOXTPixelFormat k_aeFormats[] = {ePF_UYVY, ePF_YUY2};
-
-/// What is written of a surface into room that holds 7 in every byte.
-Bytes convert(decltype(&encodePackedYUV) entry, const Bytes& source, size_t uiRoom, uint32_t uiWidth, uint32_t uiHeight,
-              EMOXTPixelFormat eFormat, uint32_t uiBytesPerPixel)
-{
-    Bytes target(uiRoom, 7);
-    EXPECT_EQ(uiWidth * uiHeight * uiBytesPerPixel, entry(source.data(), target.data(), uiWidth, uiHeight, eFormat));
-    return target;
-}
 
 Bytes encodeRow(const Bytes& pixels, EMOXTPixelFormat eFormat)
 {
     const auto uiWidth = static_cast<uint32_t>(pixels.size() / 4);
-    return convert(encodePackedYUVReference, pixels, pixels.size() / 2, uiWidth, 1, eFormat, 2);
+    return convert(encodePackedYUVReference, pixels, pixels.size() / 2, uiWidth, 1, 16, eFormat);
 }
 
 Bytes decodeRow(const Bytes& pairs, EMOXTPixelFormat eFormat)
 {
     const auto uiWidth = static_cast<uint32_t>(pairs.size() / 2);
-    return convert(decodePackedYUVReference, pairs, pairs.size() * 2, uiWidth, 1, eFormat, 4);
+    return convert(decodePackedYUVReference, pairs, pairs.size() * 2, uiWidth, 1, 32, eFormat);
 }
 
 } // namespace
@@ -96,11 +87,11 @@ TEST(PackedYUV, TheLastColumnOfAnOddWidthIsLeftOutRowByRow)
     Bytes pixels(12, 0);
     pixels.insert(pixels.end(), 12, 255);
     const Bytes pairs = {128, 16, 128, 16, 7, 7, 7, 7, 128, 235, 128, 235, 7, 7, 7, 7};
-    EXPECT_EQ(pairs, convert(encodePackedYUV, pixels, 16, 3, 2, ePF_UYVY, 2));
-    EXPECT_EQ(pairs, convert(encodePackedYUVReference, pixels, 16, 3, 2, ePF_UYVY, 2));
+    EXPECT_EQ(pairs, convert(encodePackedYUV, pixels, 16, 3, 2, 16, ePF_UYVY));
+    EXPECT_EQ(pairs, convert(encodePackedYUVReference, pixels, 16, 3, 2, 16, ePF_UYVY));
     const Bytes decoded = {0, 0, 0, 255, 0, 0, 0, 255, 7, 7, 7, 7, 255, 255, 255, 255, 255, 255, 255, 255, 7, 7, 7, 7};
-    EXPECT_EQ(decoded, convert(decodePackedYUV, pairs, 24, 3, 2, ePF_UYVY, 4));
-    EXPECT_EQ(decoded, convert(decodePackedYUVReference, pairs, 24, 3, 2, ePF_UYVY, 4));
+    EXPECT_EQ(decoded, convert(decodePackedYUV, pairs, 24, 3, 2, 32, ePF_UYVY));
+    EXPECT_EQ(decoded, convert(decodePackedYUVReference, pairs, 24, 3, 2, 32, ePF_UYVY));
 }
 
 TEST(PackedYUV, OtherFormatsNullPointersAndEmptySurfacesGiveNothing)
@@ -133,10 +124,10 @@ TEST(PackedYUV, TheFastFormsGiveTheReferenceBytesAtEveryWidth)
                 {
                     const Bytes source = random.bytes(size_t{uiWidth} * 3 * 4 + 8);
                     const size_t uiRoom = (size_t{uiWidth} + 1) * 3 * 4;
-                    EXPECT_EQ(convert(encodePackedYUVReference, source, uiRoom, uiWidth, 3, eFormat, 2),
-                              convert(encodePackedYUV, source, uiRoom, uiWidth, 3, eFormat, 2));
-                    EXPECT_EQ(convert(decodePackedYUVReference, source, uiRoom, uiWidth, 3, eFormat, 4),
-                              convert(decodePackedYUV, source, uiRoom, uiWidth, 3, eFormat, 4));
+                    EXPECT_EQ(convert(encodePackedYUVReference, source, uiRoom, uiWidth, 3, 16, eFormat),
+                              convert(encodePackedYUV, source, uiRoom, uiWidth, 3, 16, eFormat));
+                    EXPECT_EQ(convert(decodePackedYUVReference, source, uiRoom, uiWidth, 3, 32, eFormat),
+                              convert(decodePackedYUV, source, uiRoom, uiWidth, 3, 32, eFormat));
                 }
         });
 }
@@ -157,13 +148,13 @@ TEST(PackedYUV, TheFastFormsGiveTheReferenceBytesOfEveryYUVAndOfManyColours)
             pairs[4 * i + 3] = static_cast<uint8_t>(255 - uiLuma);
         }
         const Bytes pixels = random.bytes(size_t{uiWidth} * 4);
-        const Bytes decoded = convert(decodePackedYUVReference, pairs, pixels.size(), uiWidth, 1, ePF_UYVY, 4);
-        const Bytes encoded = convert(encodePackedYUVReference, pixels, pairs.size(), uiWidth, 1, ePF_UYVY, 2);
+        const Bytes decoded = convert(decodePackedYUVReference, pairs, pixels.size(), uiWidth, 1, 32, ePF_UYVY);
+        const Bytes encoded = convert(encodePackedYUVReference, pixels, pairs.size(), uiWidth, 1, 16, ePF_UYVY);
         forEachInstructionSet(
             [&]
             {
-                EXPECT_TRUE(decoded == convert(decodePackedYUV, pairs, pixels.size(), uiWidth, 1, ePF_UYVY, 4));
-                EXPECT_TRUE(encoded == convert(encodePackedYUV, pixels, pairs.size(), uiWidth, 1, ePF_UYVY, 2));
+                EXPECT_TRUE(decoded == convert(decodePackedYUV, pairs, pixels.size(), uiWidth, 1, 32, ePF_UYVY));
+                EXPECT_TRUE(encoded == convert(encodePackedYUV, pixels, pairs.size(), uiWidth, 1, 16, ePF_UYVY));
             });
     }
 }

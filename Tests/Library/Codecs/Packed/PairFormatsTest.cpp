@@ -2,29 +2,21 @@
 
 #include <gmock/gmock.h>
 
+#include "PackedTestSurfaces.h"
 #include "Support/SeededPictures.h"
 
 using namespace moxtexture;
+using namespace packedtest;
 using testing::Each;
 
 namespace
 {
 
-using Bytes = std::vector<uint8_t>;
 using Entry = decltype(&encodePairFormat);
 
 constexpr EMOXTPixelFormat k_aeFormats[] = {ePF_2_Planar_RGBG_8_8_8_8, ePF_2_Planar_GRGB_8_8_8_8};
 constexpr Entry k_aEncoders[] = {encodePairFormat, encodePairFormatReference};
 constexpr Entry k_aDecoders[] = {decodePairFormat, decodePairFormatReference};
-
-/// What is written of a surface into room that holds 7 in every byte.
-Bytes convert(Entry entry, const Bytes& source, size_t uiRoom, uint32_t uiWidth, uint32_t uiHeight, EMOXTPixelFormat eFormat,
-              uint32_t uiBytesPerPixel)
-{
-    Bytes target(uiRoom, 7);
-    EXPECT_EQ(uiWidth * uiHeight * uiBytesPerPixel, entry(source.data(), target.data(), uiWidth, uiHeight, eFormat));
-    return target;
-}
 
 } // namespace
 
@@ -33,8 +25,8 @@ TEST(PairFormats, KeepRedAndBlueOfTheFirstPixelAndBothGreens)
     const Bytes pixels = {10, 20, 30, 40, 50, 60, 70, 80};
     for (const Entry encoder : k_aEncoders)
     {
-        EXPECT_EQ((Bytes{10, 20, 30, 60}), convert(encoder, pixels, 4, 2, 1, ePF_2_Planar_RGBG_8_8_8_8, 2));
-        EXPECT_EQ((Bytes{20, 10, 60, 30}), convert(encoder, pixels, 4, 2, 1, ePF_2_Planar_GRGB_8_8_8_8, 2));
+        EXPECT_EQ((Bytes{10, 20, 30, 60}), convert(encoder, pixels, 4, 2, 1, 16, ePF_2_Planar_RGBG_8_8_8_8));
+        EXPECT_EQ((Bytes{20, 10, 60, 30}), convert(encoder, pixels, 4, 2, 1, 16, ePF_2_Planar_GRGB_8_8_8_8));
     }
 }
 
@@ -43,8 +35,8 @@ TEST(PairFormats, BothPixelsDecodeWithTheFirstOnesRedAndBlue)
     const Bytes expected = {10, 20, 30, 255, 10, 60, 30, 255};
     for (const Entry decoder : k_aDecoders)
     {
-        EXPECT_EQ(expected, convert(decoder, {10, 20, 30, 60}, 8, 2, 1, ePF_2_Planar_RGBG_8_8_8_8, 4));
-        EXPECT_EQ(expected, convert(decoder, {20, 10, 60, 30}, 8, 2, 1, ePF_2_Planar_GRGB_8_8_8_8, 4));
+        EXPECT_EQ(expected, convert(decoder, {10, 20, 30, 60}, 8, 2, 1, 32, ePF_2_Planar_RGBG_8_8_8_8));
+        EXPECT_EQ(expected, convert(decoder, {20, 10, 60, 30}, 8, 2, 1, 32, ePF_2_Planar_GRGB_8_8_8_8));
     }
 }
 
@@ -53,16 +45,16 @@ TEST(PairFormats, TheLastColumnOfAnOddWidthIsLeftOutRowByRow)
     const Bytes pixels = {1, 2, 3, 4, 5, 6, 7, 8, 9, 9, 9, 9, 11, 12, 13, 14, 15, 16, 17, 18, 19, 19, 19, 19};
     const Bytes pairs = {1, 2, 3, 6, 7, 7, 7, 7, 11, 12, 13, 16, 7, 7, 7, 7};
     for (const Entry encoder : k_aEncoders)
-        EXPECT_EQ(pairs, convert(encoder, pixels, 16, 3, 2, ePF_2_Planar_RGBG_8_8_8_8, 2));
+        EXPECT_EQ(pairs, convert(encoder, pixels, 16, 3, 2, 16, ePF_2_Planar_RGBG_8_8_8_8));
     const Bytes decoded = {1, 2, 3, 255, 1, 6, 3, 255, 7, 7, 7, 7, 11, 12, 13, 255, 11, 16, 13, 255, 7, 7, 7, 7};
     for (const Entry decoder : k_aDecoders)
-        EXPECT_EQ(decoded, convert(decoder, pairs, 24, 3, 2, ePF_2_Planar_RGBG_8_8_8_8, 4));
+        EXPECT_EQ(decoded, convert(decoder, pairs, 24, 3, 2, 32, ePF_2_Planar_RGBG_8_8_8_8));
 }
 
 TEST(PairFormats, AWidthOfOneHasNoPairAndStillCounts)
 {
     for (const Entry encoder : k_aEncoders)
-        EXPECT_THAT(convert(encoder, Bytes(12, 1), 12, 1, 3, ePF_2_Planar_GRGB_8_8_8_8, 2), Each(7));
+        EXPECT_THAT(convert(encoder, Bytes(12, 1), 12, 1, 3, 16, ePF_2_Planar_GRGB_8_8_8_8), Each(7));
 }
 
 TEST(PairFormats, OtherFormatsNullPointersAndEmptySurfacesGiveNothing)
@@ -93,9 +85,9 @@ TEST(PairFormats, TheFastFormsGiveTheReferenceBytesAtEveryWidth)
         {
             const Bytes source = random.bytes(size_t{uiWidth} * 3 * 4 + 8);
             const size_t uiRoom = (size_t{uiWidth} + 1) * 3 * 4;
-            EXPECT_EQ(convert(encodePairFormatReference, source, uiRoom, uiWidth, 3, eFormat, 2),
-                      convert(encodePairFormat, source, uiRoom, uiWidth, 3, eFormat, 2));
-            EXPECT_EQ(convert(decodePairFormatReference, source, uiRoom, uiWidth, 3, eFormat, 4),
-                      convert(decodePairFormat, source, uiRoom, uiWidth, 3, eFormat, 4));
+            EXPECT_EQ(convert(encodePairFormatReference, source, uiRoom, uiWidth, 3, 16, eFormat),
+                      convert(encodePairFormat, source, uiRoom, uiWidth, 3, 16, eFormat));
+            EXPECT_EQ(convert(decodePairFormatReference, source, uiRoom, uiWidth, 3, 32, eFormat),
+                      convert(decodePairFormat, source, uiRoom, uiWidth, 3, 32, eFormat));
         }
 }

@@ -6,17 +6,18 @@
 #include <gmock/gmock.h>
 
 #include "Core/ByteOrder.h"
+#include "PackedTestSurfaces.h"
 #include "Support/EveryInstructionSet.h"
 #include "Support/SeededPictures.h"
 
 using namespace moxtexture;
+using namespace packedtest;
 using testing::Each;
 using testing::ElementsAre;
 
 namespace
 {
 
-using Bytes = std::vector<uint8_t>;
 using Entry = decltype(&encodeSharedExponent);
 
 constexpr float k_fNaN = std::numeric_limits<float>::quiet_NaN();
@@ -37,28 +38,26 @@ Bytes toBytes(const std::vector<T>& values)
     return bytes;
 }
 
-Bytes convert(Entry entry, const Bytes& source, uint32_t uiCount, uint32_t uiBytesPerPixel)
+Bytes convertRow(Entry entry, const Bytes& source, uint32_t uiCount, uint32_t uiBytesPerPixel)
 {
-    Bytes target(size_t{uiCount} * uiBytesPerPixel, 7);
-    EXPECT_EQ(target.size(), entry(source.data(), target.data(), uiCount, 1));
-    return target;
+    return convert(entry, source, size_t{uiCount} * uiBytesPerPixel, uiCount, 1, 8 * uiBytesPerPixel);
 }
 
 /// By the reference; the fast form gets a whole row of the same pixel, so that it fills vectors.
 uint32_t encode(float fRed, float fGreen, float fBlue)
 {
     const Bytes pixel = toBytes<float>({fRed, fGreen, fBlue});
-    const auto uiWord = loadLE<uint32_t>(convert(encodeSharedExponentReference, pixel, 1, 4).data());
+    const auto uiWord = loadLE<uint32_t>(convertRow(encodeSharedExponentReference, pixel, 1, 4).data());
     Bytes row;
     for (int i = 0; i < 33; ++i)
         row.insert(row.end(), pixel.begin(), pixel.end());
-    forEachInstructionSet([&] { EXPECT_EQ(toBytes(std::vector<uint32_t>(33, uiWord)), convert(encodeSharedExponent, row, 33, 4)); });
+    forEachInstructionSet([&] { EXPECT_EQ(toBytes(std::vector<uint32_t>(33, uiWord)), convertRow(encodeSharedExponent, row, 33, 4)); });
     return uiWord;
 }
 
 std::vector<float> decode(uint32_t uiWord)
 {
-    const Bytes bytes = convert(decodeSharedExponentReference, toBytes<uint32_t>({uiWord}), 1, 12);
+    const Bytes bytes = convertRow(decodeSharedExponentReference, toBytes<uint32_t>({uiWord}), 1, 12);
     return {loadLE<float>(bytes.data()), loadLE<float>(bytes.data() + 4), loadLE<float>(bytes.data() + 8)};
 }
 
@@ -135,8 +134,8 @@ TEST(SharedExponent, WordsComeBackIfTheirGreatestChannelUsesAllNineBits)
     std::vector<uint32_t> words(4096);
     for (uint32_t& uiWord : words)
         uiWord = random.next32() | 1u << 9 * random.below(3) << 8;
-    const Bytes floats = convert(decodeSharedExponent, toBytes(words), 4096, 12);
-    EXPECT_EQ(toBytes(words), convert(encodeSharedExponent, floats, 4096, 4));
+    const Bytes floats = convertRow(decodeSharedExponent, toBytes(words), 4096, 12);
+    EXPECT_EQ(toBytes(words), convertRow(encodeSharedExponent, floats, 4096, 4));
 }
 
 TEST(SharedExponent, AllRowsOfASurfaceAreConverted)
@@ -177,13 +176,13 @@ TEST(SharedExponent, TheFastFormsGiveTheReferenceBytesOfAnyBitsAtEveryCount)
             for (size_t i = 0; i < size_t{uiCount} * 3; ++i)
                 storeLE(floats.data() + 4 * i, std::ldexp(random.nextFloat(), static_cast<int>(random.below(46)) - 28));
         const Bytes words = random.bytes(size_t{uiCount} * 4);
-        const Bytes encoded = convert(encodeSharedExponentReference, floats, uiCount, 4);
-        const Bytes decoded = convert(decodeSharedExponentReference, words, uiCount, 12);
+        const Bytes encoded = convertRow(encodeSharedExponentReference, floats, uiCount, 4);
+        const Bytes decoded = convertRow(decodeSharedExponentReference, words, uiCount, 12);
         forEachInstructionSet(
             [&]
             {
-                EXPECT_EQ(encoded, convert(encodeSharedExponent, floats, uiCount, 4));
-                EXPECT_EQ(decoded, convert(decodeSharedExponent, words, uiCount, 12));
+                EXPECT_EQ(encoded, convertRow(encodeSharedExponent, floats, uiCount, 4));
+                EXPECT_EQ(decoded, convertRow(decodeSharedExponent, words, uiCount, 12));
             });
     }
 }
@@ -199,6 +198,6 @@ TEST(SharedExponent, TheFastFormRoundsEveryNeighbourOfAHalfAsTheReferenceDoes)
         }
     const auto uiCount = static_cast<uint32_t>(floats.size() / 3);
     const Bytes source = toBytes(floats);
-    const Bytes encoded = convert(encodeSharedExponentReference, source, uiCount, 4);
-    forEachInstructionSet([&] { EXPECT_TRUE(encoded == convert(encodeSharedExponent, source, uiCount, 4)); });
+    const Bytes encoded = convertRow(encodeSharedExponentReference, source, uiCount, 4);
+    forEachInstructionSet([&] { EXPECT_TRUE(encoded == convertRow(encodeSharedExponent, source, uiCount, 4)); });
 }
