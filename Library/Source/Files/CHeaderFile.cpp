@@ -1,6 +1,8 @@
 #include "Files/CHeaderFile.h"
 
+#include <cstring>
 #include <string_view>
+#include <vector>
 
 #include "Core/ByteOrder.h"
 #include "Core/FileHandle.h"
@@ -14,48 +16,56 @@ namespace
 class CTextWriter
 {
 public:
-    explicit CTextWriter(std::FILE* pFile) : m_pFile(pFile) { m_strText.reserve(k_uiFlushSize + 64); }
+    explicit CTextWriter(std::FILE* pFile) : m_pFile(pFile), m_Text(k_uiFlushSize) {}
     CTextWriter(const CTextWriter&) = delete;
     CTextWriter& operator=(const CTextWriter&) = delete;
     ~CTextWriter() { flush(); }
 
     void put(std::string_view strText)
     {
-        m_strText += strText;
-        if (m_strText.size() >= k_uiFlushSize)
-            flush();
+        flush();
+        std::fwrite(strText.data(), 1, strText.size(), m_pFile);
     }
 
-    /// "0x2f,"
-    void putByte(uint8_t ui8Byte)
-    {
-        constexpr char acDigits[] = "0123456789abcdef";
-        const char acByte[] = {'0', 'x', acDigits[ui8Byte >> 4], acDigits[ui8Byte & 15], ','};
-        put({acByte, sizeof(acByte)});
-    }
-
+    /// Bytes as "0x2f,", each.
     /// @param uiRow  bytes to a line; 0 for no line ends at all
     void putBytes(const uint8_t* pBytes, size_t uiSize, size_t uiRow)
     {
+        size_t uiInRow = 0;
         for (size_t i = 0; i < uiSize; ++i)
         {
+            if (m_uiUsed + k_uiByteLength + 1 > m_Text.size())
+                flush();
             putByte(pBytes[i]);
-            if (uiRow != 0 && i % uiRow == uiRow - 1)
-                put("\n");
+            if (++uiInRow == uiRow)
+            {
+                m_Text[m_uiUsed++] = '\n';
+                uiInRow = 0;
+            }
         }
     }
 
 private:
     static constexpr size_t k_uiFlushSize = 1 << 18;
+    static constexpr size_t k_uiByteLength = 5;
+
+    void putByte(uint8_t ui8Byte)
+    {
+        constexpr char acDigits[] = "0123456789abcdef";
+        const char acByte[k_uiByteLength] = {'0', 'x', acDigits[ui8Byte >> 4], acDigits[ui8Byte & 15], ','};
+        std::memcpy(&m_Text[m_uiUsed], acByte, k_uiByteLength);
+        m_uiUsed += k_uiByteLength;
+    }
 
     void flush()
     {
-        std::fwrite(m_strText.data(), 1, m_strText.size(), m_pFile);
-        m_strText.clear();
+        std::fwrite(m_Text.data(), 1, m_uiUsed, m_pFile);
+        m_uiUsed = 0;
     }
 
     std::FILE* m_pFile;
-    std::string m_strText;
+    std::vector<char> m_Text;
+    size_t m_uiUsed = 0;
 };
 
 void putBlock(CTextWriter& writer, const MetaDataBlock& block, uint32_t uiOwnerIndex)
