@@ -8,18 +8,24 @@ namespace moxtexture
 namespace
 {
 
-using Use = ERowUse;
-
-constexpr EMOXTChannelType k_eByte = eCT_UnsignedNormalisedByte;
-constexpr EMOXTChannelType k_eShort = eCT_UnsignedNormalisedShort;
-constexpr EMOXTChannelType k_eUNorm = eCT_UnsignedNormalisedInteger;
-constexpr EMOXTChannelType k_eSNorm = eCT_SignedNormalisedInteger;
-constexpr EMOXTChannelType k_eFloat = eCT_SignedFloatingPoint;
-
-constexpr uint32_t k_ui32RGB = eD3DPixelsRGB;
-constexpr uint32_t k_ui32BumpL = eD3DPixelsBumpLuminance;
-constexpr uint32_t k_ui32Bump = eD3DPixelsBump;
-constexpr uint32_t k_ui32Lum = eD3DPixelsLuminance;
+// Short, so that a row of the table fits a line.
+constexpr auto eByte = eCT_UnsignedNormalisedByte;
+constexpr auto eShort = eCT_UnsignedNormalisedShort;
+constexpr auto eUNorm = eCT_UnsignedNormalisedInteger;
+constexpr auto eSNorm = eCT_SignedNormalisedInteger;
+constexpr auto eFloat = eCT_SignedFloatingPoint;
+constexpr auto eBoth = ERowUse::eBoth;
+constexpr auto eReadOnly = ERowUse::eReadOnly;
+constexpr auto eWriteOnly = ERowUse::eWriteOnly;
+constexpr auto eAny = ED3DAlphaFlag::eAny;
+constexpr auto eAnySet = ED3DAlphaFlag::eAnyWritten;
+constexpr auto eSet = ED3DAlphaFlag::eSet;
+constexpr auto eClear = ED3DAlphaFlag::eClear;
+constexpr uint32_t uiRGB = eD3DPixelsRGB;
+constexpr uint32_t uiBumpL = eD3DPixelsBumpLuminance;
+constexpr uint32_t uiBump = eD3DPixelsBump;
+constexpr uint32_t uiLum = eD3DPixelsLuminance;
+constexpr uint32_t uiAlpha = eD3DPixelsAlphaOnly;
 
 /// A number that masks tell.
 constexpr D3DFormatRow masked(uint32_t ui32Number, MOXPixelWord pixelFormat, EMOXTChannelType eType, EMOXTChannelType eFurtherType,
@@ -40,54 +46,53 @@ constexpr D3DFormatRow numbered(uint32_t ui32Number, MOXPixelWord pixelFormat, E
 
 constexpr D3DFormatRow lettered(const char (&strFourCC)[5], EMOXTPixelFormat eFormat, bool bPreMultiplied, ERowUse eUse = ERowUse::eBoth)
 {
-    return {makeFourCC(strFourCC), eFormat, k_eByte, k_eByte, eUse, bPreMultiplied, eD3DPixelsFourCC, ED3DAlphaFlag::eAny, {}, 0};
+    return {makeFourCC(strFourCC), eFormat, eByte, eByte, eUse, bPreMultiplied, eD3DPixelsFourCC, ED3DAlphaFlag::eAny, {}, 0};
 }
-
-using Alpha = ED3DAlphaFlag;
 
 // The first row that fits is taken, so where two numbers share a layout the one that is written comes first.
 // clang-format off
 constexpr D3DFormatRow k_aD3DFormats[] = {
-//           number layout                          read      also      use             flags        alpha flag          red         green       blue        alpha
-    masked(  20, layout("rgb", 8, 8, 8),            k_eUNorm, k_eByte,  Use::eBoth,     k_ui32RGB,   Alpha::eAny,        0xFF0000,   0xFF00,     0xFF),
-    masked(  21, layout("argb", 8, 8, 8, 8),        k_eUNorm, k_eByte,  Use::eBoth,     k_ui32RGB,   Alpha::eSet,        0xFF0000,   0xFF00,     0xFF,       0xFF000000),
+//        no. layout                         read    also    use        flags    alpha    red         green       blue        alpha mask
+    masked(20, layout("rgb", 8, 8, 8),        eUNorm, eByte,  eBoth,     uiRGB,   eAny,    0xFF0000,   0xFF00,     0xFF),
+    masked(21, layout("argb", 8, 8, 8, 8),    eUNorm, eByte,  eBoth,     uiRGB,   eSet,    0xFF0000,   0xFF00,     0xFF,       0xFF000000),
     // On purpose: files of 22, 32 and 33 are common enough to be read, but are not made here.
-    masked(  22, layout("xrgb", 8, 8, 8, 8),        k_eUNorm, k_eByte,  Use::eReadOnly, k_ui32RGB,   Alpha::eClear,      0xFF0000,   0xFF00,     0xFF),
-    masked(  23, layout("rgb", 5, 6, 5),            k_eUNorm, k_eShort, Use::eBoth,     k_ui32RGB,   Alpha::eClear,      0xF800,     0x7E0,      0x1F),
-    masked(  24, layout("xrgb", 1, 5, 5, 5),        k_eUNorm, k_eShort, Use::eBoth,     k_ui32RGB,   Alpha::eClear,      0x7C00,     0x3E0,      0x1F),
-    masked(  25, layout("argb", 1, 5, 5, 5),        k_eUNorm, k_eShort, Use::eBoth,     k_ui32RGB,   Alpha::eSet,        0x7C00,     0x3E0,      0x1F,       0x8000),
-    masked(  26, layout("argb", 4, 4, 4, 4),        k_eUNorm, k_eShort, Use::eBoth,     k_ui32RGB,   Alpha::eSet,        0xF00,      0xF0,       0xF,        0xF000),
-    masked(  27, layout("rgb", 3, 3, 2),            k_eUNorm, k_eByte,  Use::eBoth,     k_ui32RGB,   Alpha::eAny,        0xE0,       0x1C,       0x3),
-    masked(  28, layout("a", 8),                    k_eUNorm, k_eByte,  Use::eBoth,     eD3DPixelsAlphaOnly, Alpha::eAny, 0,         0,          0,          0xFF),
-    masked(  29, layout("argb", 8, 3, 3, 2),        k_eUNorm, k_eShort, Use::eBoth,     k_ui32RGB,   Alpha::eSet,        0xE0,       0x1C,       0x3,        0xFF00),
-    numbered(30, layout("argb", 4, 4, 4, 4),        k_eUNorm, k_eUNorm, Use::eReadOnly),
-    masked(  31, layout("abgr", 2, 10, 10, 10),     k_eUNorm, k_eUNorm, Use::eBoth,     k_ui32RGB,   Alpha::eSet,        0x3FF00000, 0xFFC00,    0x3FF,      0xC0000000),
-    masked(  32, layout("abgr", 8, 8, 8, 8),        k_eUNorm, k_eUNorm, Use::eReadOnly, k_ui32RGB,   Alpha::eSet,        0xFF,       0xFF00,     0xFF0000,   0xFF000000),
-    masked(  33, layout("xbgr", 8, 8, 8, 8),        k_eUNorm, k_eUNorm, Use::eReadOnly, k_ui32RGB,   Alpha::eClear,      0xFF,       0xFF00,     0xFF0000),
-    masked(  34, layout("gr", 16, 16),              k_eUNorm, k_eShort, Use::eBoth,     k_ui32RGB,   Alpha::eClear,      0xFFFF,     0xFFFF0000),
-    masked(  35, layout("argb", 2, 10, 10, 10),     k_eUNorm, k_eUNorm, Use::eBoth,     k_ui32RGB,   Alpha::eSet,        0x3FF,      0xFFC00,    0x3FF00000, 0xC0000000),
-    numbered(36, layout("abgr", 16, 16, 16, 16),    k_eUNorm, k_eShort),
-    masked(  50, layout("l", 8),                    k_eUNorm, k_eByte,  Use::eBoth,     k_ui32Lum,   Alpha::eClear,      0xFF),
-    masked(  51, layout("al", 8, 8),                k_eUNorm, k_eByte,  Use::eBoth,     k_ui32Lum,   Alpha::eSet,        0xFF,       0,          0,          0xFF00),
-    masked(  52, layout("al", 4, 4),                k_eUNorm, k_eByte,  Use::eBoth,     k_ui32Lum,   Alpha::eSet,        0xF,        0,          0,          0xF0),
-    masked(  60, layout("gr", 8, 8),                k_eSNorm, k_eSNorm, Use::eBoth,     k_ui32Bump,  Alpha::eAny,        0xFF,       0xFF00),
-    masked(  61, layout("lgr", 6, 5, 5),            k_eSNorm, k_eSNorm, Use::eBoth,     k_ui32BumpL, Alpha::eAny,        0x1F,       0x3E0,      0xFC00),
-    masked(  62, layout("xlgr", 8, 8, 8, 8),        k_eSNorm, k_eSNorm, Use::eBoth,     k_ui32BumpL, Alpha::eAny,        0xFF,       0xFF00,     0xFF0000),
-    masked(  63, layout("abgr", 8, 8, 8, 8),        k_eSNorm, k_eSNorm, Use::eBoth,     k_ui32Bump,  Alpha::eAny,        0xFF,       0xFF00,     0xFF0000,   0xFF000000),
-    masked(  64, layout("gr", 16, 16),              k_eSNorm, k_eSNorm, Use::eBoth,     k_ui32Bump,  Alpha::eAny,        0xFFFF,     0xFFFF0000, 0,          0,  0xC0000000),
-    masked(  67, layout("abgr", 2, 10, 10, 10),     k_eSNorm, k_eSNorm, Use::eBoth,     k_ui32Bump,  Alpha::eAnyWritten, 0x3FF00000, 0xFFC00,    0x3FF,      0xC0000000),
-    masked(  81, layout("l", 16),                   k_eUNorm, k_eShort, Use::eBoth,     k_ui32Lum,   Alpha::eClear,      0xFFFF),
-    numbered(110, layout("abgr", 16, 16, 16, 16),   k_eSNorm, k_eSNorm, Use::eReadOnly),
+    masked(22, layout("xrgb", 8, 8, 8, 8),    eUNorm, eByte,  eReadOnly, uiRGB,   eClear,  0xFF0000,   0xFF00,     0xFF),
+    masked(23, layout("rgb", 5, 6, 5),        eUNorm, eShort, eBoth,     uiRGB,   eClear,  0xF800,     0x7E0,      0x1F),
+    masked(24, layout("xrgb", 1, 5, 5, 5),    eUNorm, eShort, eBoth,     uiRGB,   eClear,  0x7C00,     0x3E0,      0x1F),
+    masked(25, layout("argb", 1, 5, 5, 5),    eUNorm, eShort, eBoth,     uiRGB,   eSet,    0x7C00,     0x3E0,      0x1F,       0x8000),
+    masked(26, layout("argb", 4, 4, 4, 4),    eUNorm, eShort, eBoth,     uiRGB,   eSet,    0xF00,      0xF0,       0xF,        0xF000),
+    masked(27, layout("rgb", 3, 3, 2),        eUNorm, eByte,  eBoth,     uiRGB,   eAny,    0xE0,       0x1C,       0x3),
+    masked(28, layout("a", 8),                eUNorm, eByte,  eBoth,     uiAlpha, eAny,    0,          0,          0,          0xFF),
+    masked(29, layout("argb", 8, 3, 3, 2),    eUNorm, eShort, eBoth,     uiRGB,   eSet,    0xE0,       0x1C,       0x3,        0xFF00),
+    numbered(30,  layout("argb", 4, 4, 4, 4),   eUNorm, eUNorm, eReadOnly),
+    masked(31, layout("abgr", 2, 10, 10, 10), eUNorm, eUNorm, eBoth,     uiRGB,   eSet,    0x3FF00000, 0xFFC00,    0x3FF,      0xC0000000),
+    masked(32, layout("abgr", 8, 8, 8, 8),    eUNorm, eUNorm, eReadOnly, uiRGB,   eSet,    0xFF,       0xFF00,     0xFF0000,   0xFF000000),
+    masked(33, layout("xbgr", 8, 8, 8, 8),    eUNorm, eUNorm, eReadOnly, uiRGB,   eClear,  0xFF,       0xFF00,     0xFF0000),
+    masked(34, layout("gr", 16, 16),          eUNorm, eShort, eBoth,     uiRGB,   eClear,  0xFFFF,     0xFFFF0000),
+    masked(35, layout("argb", 2, 10, 10, 10), eUNorm, eUNorm, eBoth,     uiRGB,   eSet,    0x3FF,      0xFFC00,    0x3FF00000, 0xC0000000),
+    numbered(36,  layout("abgr", 16, 16, 16, 16),eUNorm, eShort),
+    masked(50, layout("l", 8),                eUNorm, eByte,  eBoth,     uiLum,   eClear,  0xFF),
+    masked(51, layout("al", 8, 8),            eUNorm, eByte,  eBoth,     uiLum,   eSet,    0xFF,       0,          0,          0xFF00),
+    masked(52, layout("al", 4, 4),            eUNorm, eByte,  eBoth,     uiLum,   eSet,    0xF,        0,          0,          0xF0),
+    masked(60, layout("gr", 8, 8),            eSNorm, eSNorm, eBoth,     uiBump,  eAny,    0xFF,       0xFF00),
+    masked(61, layout("lgr", 6, 5, 5),        eSNorm, eSNorm, eBoth,     uiBumpL, eAny,    0x1F,       0x3E0,      0xFC00),
+    masked(62, layout("xlgr", 8, 8, 8, 8),    eSNorm, eSNorm, eBoth,     uiBumpL, eAny,    0xFF,       0xFF00,     0xFF0000),
+    masked(63, layout("abgr", 8, 8, 8, 8),    eSNorm, eSNorm, eBoth,     uiBump,  eAny,    0xFF,       0xFF00,     0xFF0000,   0xFF000000),
+    // The last mask is the alpha with which 64 is not meant.
+    masked(64, layout("gr", 16, 16),          eSNorm, eSNorm, eBoth,     uiBump,  eAny,    0xFFFF,     0xFFFF0000, 0, 0, 0xC0000000),
+    masked(67, layout("abgr", 2, 10, 10, 10), eSNorm, eSNorm, eBoth,     uiBump,  eAnySet, 0x3FF00000, 0xFFC00,    0x3FF,      0xC0000000),
+    masked(81, layout("l", 16),               eUNorm, eShort, eBoth,     uiLum,   eClear,  0xFFFF),
+    numbered(110, layout("abgr", 16, 16, 16, 16),eSNorm, eSNorm, eReadOnly),
     // On purpose: 111 is read as 32 bits, like 114, and written for 16.
-    numbered(111, layout("r", 32),                  k_eFloat, k_eFloat, Use::eReadOnly),
-    numbered(111, layout("r", 16),                  k_eFloat, k_eFloat, Use::eWriteOnly),
-    numbered(112, layout("gr", 16, 16),             k_eFloat, k_eFloat),
-    numbered(113, layout("rgba", 16, 16, 16, 16),   k_eFloat, k_eFloat),
-    numbered(114, layout("r", 32),                  k_eFloat, k_eFloat),
+    numbered(111, layout("r", 32),              eFloat, eFloat, eReadOnly),
+    numbered(111, layout("r", 16),              eFloat, eFloat, eWriteOnly),
+    numbered(112, layout("gr", 16, 16),         eFloat, eFloat),
+    numbered(113, layout("rgba", 16, 16, 16, 16),eFloat, eFloat),
+    numbered(114, layout("r", 32),              eFloat, eFloat),
     // On purpose: 115 is written for the letters in the other order.
-    numbered(115, layout("gr", 32, 32),             k_eFloat, k_eFloat, Use::eReadOnly),
-    numbered(115, layout("rg", 32, 32),             k_eFloat, k_eFloat, Use::eWriteOnly),
-    numbered(116, layout("abgr", 32, 32, 32, 32),   k_eFloat, k_eFloat),
+    numbered(115, layout("gr", 32, 32),         eFloat, eFloat, eReadOnly),
+    numbered(115, layout("rg", 32, 32),         eFloat, eFloat, eWriteOnly),
+    numbered(116, layout("abgr", 32, 32, 32, 32),eFloat, eFloat),
 
     lettered("DXT1", ePF_BC1,                   false),
     lettered("DXT2", ePF_DXT2,                  true),
@@ -97,8 +102,8 @@ constexpr D3DFormatRow k_aD3DFormats[] = {
     lettered("PTC2", ePF_MOXTC_2bpp_RGBA,       false),
     lettered("PTC4", ePF_MOXTC_4bpp_RGBA,       false),
     // On purpose: the FourCC does not tell whether there is alpha, and is read as if there were.
-    lettered("PTC2", ePF_MOXTC_2bpp_RGB,        false, Use::eWriteOnly),
-    lettered("PTC4", ePF_MOXTC_4bpp_RGB,        false, Use::eWriteOnly),
+    lettered("PTC2", ePF_MOXTC_2bpp_RGB,        false, eWriteOnly),
+    lettered("PTC4", ePF_MOXTC_4bpp_RGB,        false, eWriteOnly),
     lettered("UYVY", ePF_UYVY,                  false),
     lettered("YUY2", ePF_YUY2,                  false),
     lettered("RGBG", ePF_2_Planar_RGBG_8_8_8_8, false),
@@ -124,7 +129,7 @@ uint32_t countBits(MOXPixelWord pixelFormat)
 /// The flag that says of what kind the masks are; the first of these counts where a file sets several.
 uint32_t getMaskKind(uint32_t ui32Flags)
 {
-    for (const uint32_t ui32Kind : {k_ui32RGB, k_ui32BumpL, k_ui32Bump, k_ui32Lum, uint32_t{eD3DPixelsAlphaOnly}})
+    for (const uint32_t ui32Kind : {uiRGB, uiBumpL, uiBump, uiLum, uint32_t{eD3DPixelsAlphaOnly}})
         if ((ui32Flags & ui32Kind) != 0)
             return ui32Kind;
     return 0;

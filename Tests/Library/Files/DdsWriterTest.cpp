@@ -119,7 +119,7 @@ TEST(DdsWriter, AFourCCStandsAloneInThePixelFormat)
     EXPECT_EQ(128u + 16u, written.bytes.size());
     EXPECT_EQ(4u, written.word(80));
     EXPECT_EQ(0x31545844u, written.word(84));
-    for (const size_t uiOffset : {88, 92, 96, 100, 104})
+    for (size_t uiOffset = 88; uiOffset <= 104; uiOffset += 4)
         EXPECT_EQ(0u, written.word(uiOffset));
     EXPECT_EQ(0x81007u, written.word(8));
     EXPECT_EQ(16u, written.word(20));
@@ -252,7 +252,7 @@ TEST(DdsWriter, AFileThatCannotBeOpenedOrDoesNotFitFails)
     const CTemporaryFolder folder;
     const CMOXTexture texture = makeTexture(k_Argb8, {64, 64});
     EXPECT_FALSE(writeDds(texture, folder.path("none/a.dds")));
-    for (const rlim_t uiBytes : {3, 127, 128, 16511})
+    for (const rlim_t uiBytes : {3u, 127u, 128u, 16511u})
     {
         const CFileSizeLimit limit(uiBytes);
         EXPECT_FALSE(writeDds(texture, folder.path("a.dds"))) << uiBytes;
