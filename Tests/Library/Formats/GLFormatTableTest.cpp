@@ -273,7 +273,7 @@ TEST(GLFormatTable, NoOtherNumberIsRead)
         known[row.uiInternal] = true;
     for (const UnsizedExpected& format : k_aUnsized)
         known[format.uiInternal] = true;
-    for (const uint32_t uiInternal : {32993, 33777, 35916, 35917, 35918, 35919})
+    for (const uint32_t uiInternal : {32993u, 33777u, 35916u, 35917u, 35918u, 35919u})
         known[uiInternal] = true;
     for (uint32_t i = 0; i < 65536; ++i)
         EXPECT_EQ(known[i], findGLFormat(i, 5121).has_value()) << i;
@@ -428,7 +428,7 @@ TEST(GLFormatTable, AnUnknownColourSpaceCountsAsLinear)
 
 TEST(GLFormatTable, EncodingsWithoutARowGiveNothing)
 {
-    for (const uint64_t uiFormat : {12, 13, 14, 15, 16, 17, 18, 20, 21, 51, 52})
+    for (const uint64_t uiFormat : {12u, 13u, 14u, 15u, 16u, 17u, 18u, 20u, 21u, 51u, 52u})
         EXPECT_TRUE(numbersOf(uiFormat, 0).empty()) << uiFormat;
     EXPECT_TRUE(numbersOf(0xFFFFFFFFu, 0).empty());
     EXPECT_TRUE(numbersOf(word("argb", {8}), 0).empty());
