@@ -1,6 +1,9 @@
 #include "Files/KtxWriter.h"
 
+#include <algorithm>
 #include <cstdio>
+#include <cstring>
+#include <vector>
 
 #include "Core/Bits.h"
 #include "Core/ByteOrder.h"
@@ -86,16 +89,31 @@ SurfaceForm getSurfaceForm(const CMOXTextureHeader& texture, uint32_t uiLevel)
     return uiRowPadding == 0 && rows.ui64Count * rows.ui64Size == uiSize ? SurfaceForm{{1, uiSize}, 0} : SurfaceForm{rows, uiRowPadding};
 }
 
+/// Many padded rows at once: a write of its own for each row and its padding takes several times as long.
+bool writePaddedRows(const uint8_t* pSurface, const SurfaceForm& form, std::FILE* pFile)
+{
+    constexpr uint64_t ui64MostBytes = 1 << 18;
+    const uint64_t ui64RowSize = form.rows.ui64Size + form.uiRowPadding;
+    const uint64_t ui64RowsAtOnce = std::min(form.rows.ui64Count, std::max<uint64_t>(1, ui64MostBytes / ui64RowSize));
+    std::vector<uint8_t> bytes(ui64RowsAtOnce * ui64RowSize); // nothing but rows is written over, so padding stays 0
+    for (uint64_t ui64Row = 0; ui64Row < form.rows.ui64Count; ui64Row += ui64RowsAtOnce)
+    {
+        const uint64_t ui64Count = std::min(ui64RowsAtOnce, form.rows.ui64Count - ui64Row);
+        for (uint64_t i = 0; i < ui64Count; ++i)
+            std::memcpy(&bytes[i * ui64RowSize], pSurface + (ui64Row + i) * form.rows.ui64Size, form.rows.ui64Size);
+        if (!writeBytes(bytes.data(), ui64Count * ui64RowSize, pFile))
+            return false;
+    }
+    return true;
+}
+
 bool writeSurface(const uint8_t* pSurface, const SurfaceForm& form, std::FILE* pFile)
 {
     if (pSurface == nullptr)
         return false;
-    for (uint64_t i = 0; i < form.rows.ui64Count; ++i)
-    {
-        if (!writeBytes(pSurface + i * form.rows.ui64Size, form.rows.ui64Size, pFile) || !writePadding(form.uiRowPadding, pFile))
-            return false;
-    }
-    return true;
+    if (form.rows.ui64Count == 1)
+        return writeBytes(pSurface, form.rows.ui64Size, pFile) && writePadding(form.uiRowPadding, pFile);
+    return form.rows.ui64Size == 0 || writePaddedRows(pSurface, form, pFile);
 }
 
 bool writeLevel(const CMOXTexture& texture, uint32_t uiLevel, std::FILE* pFile)

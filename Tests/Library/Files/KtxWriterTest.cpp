@@ -210,6 +210,13 @@ TEST(KtxRoundTrip, EveryShapeComesBackEqual)
     }
 }
 
+TEST(KtxRoundTrip, MoreRowsThanAreWrittenAtOnceComeBackEqual)
+{
+    expectRoundTrip(makeTexture(layout("r", 8), {1, 100000}));
+    expectRoundTrip(makeTexture(layout("rgb", 8, 8, 8), {1023, 301, 2}));
+    expectRoundTrip(makeTexture(layout("r", 8), {300001, 3}));
+}
+
 TEST(KtxRoundTrip, EveryEncodingOfTheTableComesBackEqual)
 {
     for (uint32_t uiInternal = 0; uiInternal < 65536; ++uiInternal)
