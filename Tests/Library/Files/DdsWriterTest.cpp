@@ -1,0 +1,326 @@
+#include "Files/DdsWriter.h"
+
+#include <filesystem>
+
+#include <gtest/gtest.h>
+
+#include "Formats/D3DFormatTable.h"
+#include "Formats/DXGIFormatTable.h"
+#include "Support/DdsLoading.h"
+#include "Support/FileSizeLimit.h"
+#include "Support/NativeLoading.h"
+#include "Support/SeededPictures.h"
+#include "Support/TemporaryFolder.h"
+
+using namespace moxtexture;
+using namespace testsupport;
+
+namespace
+{
+
+using Bytes = std::vector<uint8_t>;
+
+struct Shape
+{
+    uint32_t uiWidth = 1;
+    uint32_t uiHeight = 1;
+    uint32_t uiDepth = 1;
+    uint32_t uiLevels = 1;
+    uint32_t uiMembers = 1;
+    uint32_t uiFaces = 1;
+};
+
+CMOXTexture makeTexture(const PixelEncoding& encoding, const Shape& shape)
+{
+    const CMOXTextureHeader header(encoding.pixelFormat, shape.uiHeight, shape.uiWidth, shape.uiDepth, shape.uiLevels, shape.uiMembers,
+                                   shape.uiFaces, encoding.eColourSpace, encoding.eChannelType, encoding.bPreMultiplied);
+    return CMOXTexture(header, CSeededRandom(1).bytes(header.getDataSize() + size_t{1}).data());
+}
+
+struct Written
+{
+    bool bGood = false;
+    bool bFileThere = false;
+    Bytes bytes;
+
+    uint32_t word(size_t uiOffset) const { return uiOffset + 4 <= bytes.size() ? loadLE<uint32_t>(&bytes[uiOffset]) : 0xDEADBEEF; }
+};
+
+Written write(const CMOXTexture& texture)
+{
+    const CTemporaryFolder folder;
+    Written written;
+    written.bGood = writeDds(texture, folder.path("a.dds"));
+    written.bFileThere = folder.count() != 0;
+    written.bytes = readBytes(folder.path("a.dds"));
+    return written;
+}
+
+Written write(const PixelEncoding& encoding, const Shape& shape)
+{
+    return write(makeTexture(encoding, shape));
+}
+
+const PixelEncoding k_Argb8 = {layout("argb", 8, 8, 8, 8), eCT_UnsignedNormalisedInteger};
+const PixelEncoding k_Grey = {layout("r", 8), eCT_UnsignedNormalisedByte};
+
+/// True if reading what was written gives the texture back.
+void expectRoundTrip(const PixelEncoding& encoding, const Shape& shape)
+{
+    const CMOXTexture texture = makeTexture(encoding, shape);
+    const Written written = write(texture);
+    ASSERT_TRUE(written.bGood);
+    const DdsLoad load = loadDds(written.bytes);
+    EXPECT_TRUE(load.bGood);
+    EXPECT_EQ(texture.getEncoding(), load.texture.getEncoding());
+    EXPECT_EQ(dataOf(texture), dataOf(load.texture));
+    EXPECT_EQ(texture.getWidth(), load.texture.getWidth());
+    EXPECT_EQ(texture.getHeight(), load.texture.getHeight());
+    EXPECT_EQ(texture.getDepth(), load.texture.getDepth());
+    EXPECT_EQ(texture.getNumMIPLevels(), load.texture.getNumMIPLevels());
+    EXPECT_EQ(texture.getNumArrayMembers(), load.texture.getNumArrayMembers());
+    EXPECT_EQ(texture.getNumFaces(), load.texture.getNumFaces());
+}
+
+} // namespace
+
+TEST(DdsWriter, APlainFileByteForByte)
+{
+    const uint8_t aui8Pixels[] = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12};
+    const CMOXTextureHeader header(layout("argb", 8, 8, 8, 8), 1, 3, 1, 1, 1, 1, eCS_Linear, eCT_UnsignedNormalisedByte, false);
+    Bytes expected = CDdsFileBuilder::words({
+        0x20534444, 124, 0x100F,     1,  3,        12,     1,    1, // flags with pitch; height, width, pitch, depth, levels
+        0,          0,   0,          0,  0,        0,      0,    0,          0, 0, 0, // reserved
+        32,         65,  0x30315844, 32, 0xFF0000, 0xFF00, 0xFF, 0xFF000000,          // pixel format
+        0x1000,     0,   0,          0,  0,                                           // caps
+    });
+    expected.insert(expected.end(), std::begin(aui8Pixels), std::end(aui8Pixels));
+    EXPECT_EQ(expected, write(CMOXTexture(header, aui8Pixels)).bytes);
+}
+
+TEST(DdsWriter, AnExtendedFileByteForByte)
+{
+    const uint8_t aui8Pixels[] = {1, 2, 3, 4, 5, 6, 7, 8};
+    const CMOXTextureHeader header(k_RGBA8, 1, 1, 1, 1, 2, 1, eCS_sRGB, eCT_UnsignedNormalisedByte, false);
+    Bytes expected = CDdsFileBuilder::words({
+        0x20534444, 124, 0x100F,     1, 1, 4, 1, 1,          // flags with pitch; height, width, pitch, depth, levels
+        0,          0,   0,          0, 0, 0, 0, 0, 0, 0, 0, // reserved
+        32,         4,   0x30315844, 0, 0, 0, 0, 0,          // pixel format
+        0x1000,     0,   0,          0, 0,                   // caps
+        29,         2,   0,          2, 0,                   // RGBA 8888 sRGB, one row, no cube, two members
+    });
+    expected.insert(expected.end(), std::begin(aui8Pixels), std::end(aui8Pixels));
+    EXPECT_EQ(expected, write(CMOXTexture(header, aui8Pixels)).bytes);
+}
+
+TEST(DdsWriter, AFourCCStandsAloneInThePixelFormat)
+{
+    const Written written = write({ePF_BC1, eCT_UnsignedNormalisedInteger, eCS_sRGB}, {8, 4});
+    EXPECT_EQ(128u + 16u, written.bytes.size());
+    EXPECT_EQ(4u, written.word(80));
+    EXPECT_EQ(0x31545844u, written.word(84));
+    for (size_t uiOffset = 88; uiOffset <= 104; uiOffset += 4)
+        EXPECT_EQ(0u, written.word(uiOffset));
+    EXPECT_EQ(0x81007u, written.word(8));
+    EXPECT_EQ(16u, written.word(20));
+}
+
+TEST(DdsWriter, TheLinearSizeIsThatOfTheWholeData)
+{
+    // 8 by 8, 4 by 4, 2 by 2 and 1 by 1: 4 + 1 + 1 + 1 blocks of 8 bytes, for six faces.
+    EXPECT_EQ(7u * 8 * 6, write({ePF_BC1}, {8, 8, 1, 4, 1, 6}).word(20));
+}
+
+TEST(DdsWriter, ThePitchRoundsUpToWholeBytes)
+{
+    EXPECT_EQ(3u * 7, write({layout("rgb", 8, 8, 8), eCT_UnsignedNormalisedByte}, {7, 2}).word(20));
+    EXPECT_EQ(5u * 2, write({layout("rgb", 5, 6, 5), eCT_UnsignedNormalisedShort}, {5, 5}).word(20));
+}
+
+TEST(DdsWriter, ANumberStandsInTheFieldOfTheFourCC)
+{
+    const Written written = write({layout("abgr", 16, 16, 16, 16), eCT_UnsignedNormalisedShort}, {1, 1});
+    EXPECT_EQ(4u, written.word(80));
+    EXPECT_EQ(36u, written.word(84));
+    EXPECT_EQ(0u, written.word(88));
+}
+
+TEST(DdsWriter, AnArrayGetsTheExtendedHeaderEvenForBC1)
+{
+    const Written written = write({ePF_BC1}, {4, 4, 1, 1, 2});
+    EXPECT_TRUE(written.bGood);
+    EXPECT_EQ(148u + 16u, written.bytes.size());
+    EXPECT_EQ(0x30315844u, written.word(84));
+    EXPECT_EQ(71u, written.word(128));
+    EXPECT_EQ(3u, written.word(132));
+    EXPECT_EQ(2u, written.word(140));
+}
+
+TEST(DdsWriter, ByteRGBAHasNoPlainNumberAndGoesExtended)
+{
+    const Written written = write({k_RGBA8}, {2, 2});
+    EXPECT_EQ(4u, written.word(80));
+    EXPECT_EQ(0x30315844u, written.word(84));
+    EXPECT_EQ(28u, written.word(128));
+    EXPECT_EQ(1u, written.word(140));
+}
+
+TEST(DdsWriter, CapsAndFlagsOfEachShape)
+{
+    struct Row
+    {
+        Shape shape;
+        uint32_t uiFlags, uiCaps, uiCaps2;
+    };
+    const Row aRows[] = {
+        {{4, 4, 1, 1, 1, 1}, 0x100F, 0x1000, 0},          {{4, 4, 1, 1, 1, 6}, 0x100F, 0x1008, 0xFE00},
+        {{4, 4, 1, 3, 1, 1}, 0x2100F, 0x401008, 0},       {{4, 4, 1, 3, 1, 6}, 0x2100F, 0x401008, 0xFE00},
+        {{4, 4, 2, 1, 1, 1}, 0x80100F, 0x1000, 0x200000}, {{4, 4, 4, 3, 1, 1}, 0x82100F, 0x401008, 0x200000},
+    };
+    for (const Row& row : aRows)
+    {
+        const Written written = write(k_Argb8, row.shape);
+        EXPECT_EQ(row.uiFlags, written.word(8)) << row.uiCaps;
+        EXPECT_EQ(row.uiCaps, written.word(108));
+        EXPECT_EQ(row.uiCaps2, written.word(112));
+        EXPECT_EQ(row.shape.uiDepth, written.word(24));
+        EXPECT_EQ(row.shape.uiLevels, written.word(28));
+    }
+}
+
+TEST(DdsWriter, TheResourceDimensionIsThatOfTheSides)
+{
+    EXPECT_EQ(2u, write(k_Grey, {5, 1}).word(132));
+    EXPECT_EQ(3u, write(k_Grey, {1, 5}).word(132));
+    EXPECT_EQ(4u, write(k_Grey, {5, 1, 2}).word(132));
+    EXPECT_EQ(0u, write(k_Grey, {5, 5}).word(136));
+    EXPECT_EQ(4u, write(k_Grey, {5, 5, 1, 1, 1, 6}).word(136)) << "a cube";
+}
+
+TEST(DdsWriter, SurfacesGoByMemberThenFaceThenLevel)
+{
+    // 2 by 1, then 1 by 1. In memory the level is outermost: twelve faces of two bytes, then twelve of one.
+    const CMOXTextureHeader header(layout("r", 8), 1, 2, 1, 2, 2, 6, eCS_Linear, eCT_UnsignedNormalisedByte, false);
+    Bytes data(36);
+    for (size_t i = 0; i < data.size(); ++i)
+        data[i] = static_cast<uint8_t>(i);
+    const Written written = write(CMOXTexture(header, data.data()));
+    ASSERT_EQ(148u + 36u, written.bytes.size());
+    for (size_t i = 0; i < 12; ++i)
+    {
+        EXPECT_EQ(2 * i, written.bytes[148 + 3 * i]);
+        EXPECT_EQ(2 * i + 1, written.bytes[148 + 3 * i + 1]);
+        EXPECT_EQ(24 + i, written.bytes[148 + 3 * i + 2]);
+    }
+}
+
+TEST(DdsWriter, WhatHasNoNumberFailsAndLeavesNoFile)
+{
+    const PixelEncoding aEncodings[] = {
+        {layout("xrgb", 8, 8, 8, 8), eCT_UnsignedNormalisedByte},
+        {layout("xrgb", 8, 8, 8, 8), eCT_UnsignedNormalisedInteger},
+        {layout("abgr", 8, 8, 8, 8), eCT_UnsignedNormalisedInteger},
+        {layout("gr", 32, 32), eCT_SignedFloatingPoint},
+        {layout("abgr", 16, 16, 16, 16), eCT_SignedNormalisedInteger},
+        {ePF_ETC1},
+        {layout("rgb", 8, 8, 8), eCT_SignedNormalisedByte},
+    };
+    for (const PixelEncoding& encoding : aEncodings)
+    {
+        const Written written = write(encoding, {4, 4});
+        EXPECT_FALSE(written.bGood) << encoding.pixelFormat.getWord();
+        EXPECT_FALSE(written.bFileThere);
+    }
+    EXPECT_FALSE(write({ePF_DXT2}, {4, 4, 1, 1, 2}).bGood) << "only its FourCC, which arrays cannot have";
+}
+
+TEST(DdsWriter, ATextureWithoutDataFailsAndLeavesNoFile)
+{
+    for (const CMOXTexture& texture : {CMOXTexture(), makeTexture({ePF_BC7}, {4, 4})})
+    {
+        const Written written = write(texture);
+        EXPECT_FALSE(written.bGood);
+        EXPECT_FALSE(written.bFileThere);
+    }
+    CMOXTexture grown = makeTexture(k_Argb8, {2, 2});
+    grown.setHeight(3);
+    EXPECT_FALSE(write(grown).bGood) << "more than the block holds";
+}
+
+TEST(DdsWriter, AFileThatCannotBeOpenedOrDoesNotFitFails)
+{
+    const CTemporaryFolder folder;
+    const CMOXTexture texture = makeTexture(k_Argb8, {64, 64});
+    EXPECT_FALSE(writeDds(texture, folder.path("none/a.dds")));
+    for (const rlim_t uiBytes : {3u, 127u, 128u, 16511u})
+    {
+        const CFileSizeLimit limit(uiBytes);
+        EXPECT_FALSE(writeDds(texture, folder.path("a.dds"))) << uiBytes;
+    }
+    EXPECT_EQ(0u, folder.count());
+    EXPECT_TRUE(writeDds(texture, folder.path("a.dds"))) << "128 + 64 * 64 * 4 bytes";
+}
+
+TEST(DdsWriter, MetadataHasNoPlaceInTheFile)
+{
+    CMOXTexture texture = makeTexture(k_Argb8, {2, 2});
+    const Bytes plain = write(texture).bytes;
+    texture.setOrientation(2);
+    EXPECT_EQ(plain, write(texture).bytes);
+}
+
+TEST(DdsRoundTrip, EveryDXGINumberThatIsNotAlsoAPlainOne)
+{
+    for (uint32_t uiNumber = 0; uiNumber < 120; ++uiNumber)
+    {
+        // With two members every format goes by its DXGI number. Those without a size (BC6, BC7) have no data to write.
+        const DXGIFormatRow* pRow = findDXGIFormat(uiNumber);
+        if (pRow == nullptr || CMOXTextureHeader::getBitsPerPixel(pRow->pixelFormat) == 0)
+            continue;
+        SCOPED_TRACE(uiNumber);
+        expectRoundTrip({pRow->pixelFormat, pRow->eChannelType, pRow->eColourSpace}, {11, 6, 1, 3, 2, 1});
+    }
+}
+
+TEST(DdsRoundTrip, EveryPlainNumberThatIsReadAndWritten)
+{
+    for (const uint32_t uiNumber :
+         {20u,         21u,         23u,         24u,         25u,         26u,         27u,         28u,         29u,         31u,
+          34u,         35u,         36u,         50u,         51u,         52u,         60u,         61u,         62u,         63u,
+          64u,         67u,         81u,         112u,        113u,        114u,        116u,        0x31545844u, 0x32545844u, 0x33545844u,
+          0x34545844u, 0x35545844u, 0x32435450u, 0x34435450u, 0x59565955u, 0x32595559u, 0x47424752u, 0x42475247u})
+    {
+        SCOPED_TRACE(uiNumber);
+        const D3DFormatRow* pRow = findD3DFormat(uiNumber);
+        ASSERT_NE(nullptr, pRow);
+        expectRoundTrip({pRow->pixelFormat, pRow->eChannelType, eCS_Linear, pRow->bPreMultiplied}, {11, 6, 1, 4, 1, 1});
+    }
+}
+
+TEST(DdsRoundTrip, EveryShape)
+{
+    for (const PixelEncoding& encoding : {k_Argb8, k_Grey, PixelEncoding{ePF_BC1}, PixelEncoding{ePF_BC3}})
+        for (const Shape& shape : {Shape{1, 1, 1, 1, 1, 6}, Shape{16, 16, 1, 5, 1, 6}, Shape{7, 5, 3, 3, 1, 1}, Shape{4, 8, 1, 4, 1, 1}})
+            expectRoundTrip(encoding, shape);
+    const PixelEncoding asExtended = {ePF_BC1, eCT_UnsignedNormalisedInteger, eCS_sRGB};
+    for (const Shape& shape : {Shape{4, 4, 1, 1, 2, 1}, Shape{8, 8, 1, 4, 3, 6}, Shape{1, 1, 1, 1, 5, 6}, Shape{9, 1, 1, 4, 2, 1}})
+    {
+        expectRoundTrip(asExtended, shape);
+        expectRoundTrip(k_Grey, shape);
+    }
+}
+
+TEST(DdsRoundTrip, AHalfFloatOfOneChannelComesBackAsAWholeOneAndShort)
+{
+    const DdsLoad load = loadDds(write({layout("r", 16), eCT_SignedFloatingPoint}, {4, 4}).bytes);
+    EXPECT_FALSE(load.bGood);
+    EXPECT_EQ(layout("r", 32), load.texture.getPixelFormat());
+    EXPECT_EQ(64u, load.texture.getDataSize());
+}
+
+TEST(DdsRoundTrip, TheLettersOfTwoFloatsComeBackTheOtherWayRound)
+{
+    const DdsLoad load = loadDds(write({layout("rg", 32, 32), eCT_SignedFloatingPoint}, {4, 4}).bytes);
+    EXPECT_TRUE(load.bGood);
+    EXPECT_EQ(layout("gr", 32, 32), load.texture.getPixelFormat());
+}
