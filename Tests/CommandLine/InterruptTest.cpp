@@ -75,7 +75,7 @@ TEST_P(InterruptTest, LeavesTheEarlierFileOrTheNewOneAndNothingElse)
     EXPECT_LT(0, iCaught) << "the program was never seen writing";
 }
 
-INSTANTIATE_TEST_SUITE_P(Signals, InterruptTest, testing::Values(SIGINT, SIGTERM, SIGHUP));
+INSTANTIATE_TEST_SUITE_P(Signals, InterruptTest, testing::Values(SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGXCPU));
 
 TEST(Interrupt, LeavesNothingHalfWrittenOfManyFiles)
 {

@@ -67,7 +67,7 @@ TEST(TemporaryFolderOfTheProgram, IsGoneWhenASignalEndsTheProgram)
 {
     const CTemporaryFolder folder;
     writePicture(folder.path("a.png"), 512, 512);
-    for (const int iSignal : {SIGINT, SIGTERM, SIGHUP})
+    for (const int iSignal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGXCPU})
     {
         int iCaught = 0;
         for (int iTry = 0; iTry < 50 && iCaught == 0; ++iTry)
@@ -90,4 +90,56 @@ TEST(TemporaryFolderOfTheProgram, IsGoneWhenASignalEndsTheProgram)
         }
         EXPECT_LT(0, iCaught) << "the program was never seen at work";
     }
+}
+
+TEST(Streams, ThatAreMissingFromTheStartBecomeNoFilesOfTheProgram)
+{
+    const CTemporaryFolder pictures;
+    writePicture(pictures.path("a.png"), 512, 512);
+    int iCaught = 0;
+    for (int iTry = 0; iTry < 50 && iCaught == 0; ++iTry)
+    {
+        const CTemporaryFolder folder;
+        const std::string strCommand = "exec '" HALVANE_CLI_PATH "' convert '" + pictures.path("a.png") + "' -o '" + folder.path("a.mox") +
+                                       "' --resize 2048x2048 <&- >&- 2>&-";
+        CRunningProgram program({"/bin/sh", "-c", strCommand}, {});
+        // A half written file means that the program is past its beginning.
+        while (folder.count() == 0 && !program.hasEnded())
+        {
+        }
+        if (!program.freeze())
+            continue;
+        ++iCaught;
+        for (const char* strStream : {"0", "1", "2"})
+        {
+            std::error_code error;
+            const std::string strLink = "/proc/" + std::to_string(program.getProcess()) + "/fd/" + strStream;
+            EXPECT_EQ("/dev/null", std::filesystem::read_symlink(strLink, error).string()) << strStream << error.message();
+        }
+    }
+    EXPECT_LT(0, iCaught) << "the program was never seen at work";
+}
+
+TEST(Streams, ThatAreMissingFromTheStartAreNotTakenForWritten)
+{
+    const CTemporaryFolder folder;
+    writePicture(folder.path("a.png"), 4, 4);
+    ProgramSetting setting;
+    setting.strFolder = folder.path();
+    const ProgramRun run = runProgram({"/bin/sh", "-c", "'" HALVANE_CLI_PATH "' info a.png <&- >&-"}, setting);
+    expectFailed(run, "Cannot write to standard output");
+}
+
+TEST(FileThatMayNotGrow, IsAFailureThatLeavesTheEarlierOne)
+{
+    const CTemporaryFolder folder;
+    writePicture(folder.path("a.png"), 512, 512);
+    folder.write("a.mox", "precious");
+    ProgramSetting setting;
+    setting.strFolder = folder.path();
+    const ProgramRun run = runProgram({"/bin/sh", "-c", "ulimit -f 16; exec '" HALVANE_CLI_PATH "' convert a.png -o a.mox"}, setting);
+    EXPECT_EQ(1, run.iStatus) << run.iSignal;
+    EXPECT_EQ(0u, run.strErrors.rfind("halvane-cli: error: ", 0)) << run.strErrors;
+    EXPECT_EQ("precious", readText(folder.path("a.mox")));
+    EXPECT_EQ(2u, folder.count());
 }

@@ -63,7 +63,7 @@ void addSanitiserOptions(const char* strVariable)
     sigset_t none;
     sigemptyset(&none);
     sigprocmask(SIG_SETMASK, &none, nullptr);
-    for (const int iSignal : {SIGINT, SIGTERM, SIGHUP, SIGPIPE})
+    for (const int iSignal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGXCPU, SIGXFSZ, SIGPIPE})
         std::signal(iSignal, SIG_DFL);
     for (const int iSignal : setting.ignoredSignals)
         std::signal(iSignal, SIG_IGN);

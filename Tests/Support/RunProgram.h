@@ -44,6 +44,8 @@ public:
     /// Stops the process and returns when it stands still; false if it has ended.
     bool freeze() const;
     [[nodiscard]] bool hasEnded() const;
+    /// Its number, until wait() returns.
+    [[nodiscard]] pid_t getProcess() const { return m_Process; }
     /// Reads to the end of its output and returns how it ended.
     ProgramRun wait();
 

@@ -19,7 +19,7 @@ struct CSignalWatcher::Watch
 namespace
 {
 
-constexpr int k_aiWatched[] = {SIGINT, SIGTERM, SIGHUP};
+constexpr int k_aiWatched[] = {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGXCPU};
 
 bool isIgnored(int iSignal)
 {

@@ -7,8 +7,8 @@
 namespace moxtexture
 {
 
-/// Waits on a thread of its own for SIGINT, SIGTERM or SIGHUP and hands the first of them to a function, which, unlike a signal
-/// handler, may do anything.
+/// Waits on a thread of its own for SIGINT, SIGTERM, SIGHUP, SIGQUIT or SIGXCPU and hands the first of them to a function, which,
+/// unlike a signal handler, may do anything.
 ///
 /// To be made before any other thread starts: it blocks those signals for the calling thread and all threads that come after.
 /// Processes that are forked off it let them through again.

@@ -12,6 +12,8 @@ using namespace moxtexture;
 namespace
 {
 
+constexpr int k_aiWatched[] = {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGXCPU};
+
 /// For a process of its own: sends itself the signals and never returns unless the watcher ends it.
 [[noreturn]] void watchAndSend(std::initializer_list<int> signals)
 {
@@ -31,9 +33,9 @@ sigset_t getMask()
 
 } // namespace
 
-TEST(SignalWatcherDeathTest, HandsOverEachOfTheThreeSignals)
+TEST(SignalWatcherDeathTest, HandsOverEachOfItsSignals)
 {
-    for (const int iSignal : {SIGINT, SIGTERM, SIGHUP})
+    for (const int iSignal : k_aiWatched)
         EXPECT_EXIT(watchAndSend({iSignal}), testing::ExitedWithCode(128 + iSignal), "") << iSignal;
 }
 
@@ -58,9 +60,8 @@ TEST(SignalWatcher, GivesTheMaskBackAndEndsItsThread)
     {
         const CSignalWatcher watcher([](int) { ADD_FAILURE(); });
         const sigset_t during = getMask();
-        EXPECT_EQ(1, sigismember(&during, SIGINT));
-        EXPECT_EQ(1, sigismember(&during, SIGTERM));
-        EXPECT_EQ(1, sigismember(&during, SIGHUP));
+        for (const int iSignal : k_aiWatched)
+            EXPECT_EQ(1, sigismember(&during, iSignal)) << iSignal;
         EXPECT_EQ(0, sigismember(&during, SIGUSR2));
     }
     const sigset_t after = getMask();
@@ -70,7 +71,7 @@ TEST(SignalWatcher, GivesTheMaskBackAndEndsItsThread)
 
 TEST(SignalWatcherDeathTest, LetsAProcessThatIsForkedDieOfThem)
 {
-    for (const int iSignal : {SIGINT, SIGTERM, SIGHUP})
+    for (const int iSignal : k_aiWatched)
     {
         const auto forkAndSend = [iSignal]
         {
