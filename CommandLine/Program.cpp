@@ -9,6 +9,7 @@
 #include <CLI/CLI.hpp>
 
 #include "CommandLine/ErrorStream.h"
+#include "CommandLine/Names.h"
 #include "CommandLine/Outcome.h"
 #include "CommandLine/Verb.h"
 
@@ -191,7 +192,7 @@ int runProgram(int iCount, const char* const* apArguments, COutputsInFlight& out
     if (outcome.eStatus == EExitStatus::eFailed && !outcome.strText.empty())
         std::fprintf(getErrorStream(), "%s\n", getErrorLine(outcome.strText).c_str());
     if (outcome.eStatus == EExitStatus::eWrongWords)
-        std::fprintf(getErrorStream(), "%s\n%s", outcome.strText.c_str(), program.getUsage().c_str());
+        std::fprintf(getErrorStream(), "%s\n%s", toOneLine(outcome.strText).c_str(), program.getUsage().c_str());
     return static_cast<int>(outcome.eStatus);
 }
 

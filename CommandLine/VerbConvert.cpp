@@ -56,6 +56,12 @@ std::optional<uint32_t> parseWithin(const std::string& strWord)
     return uiValue && *uiValue >= uiLeast && *uiValue <= uiMost ? uiValue : std::nullopt;
 }
 
+std::optional<uint32_t> parsePadding(const std::string& strWord)
+{
+    const std::optional<uint32_t> uiValue = parseWithin<0, k_uiMaxPadding>(strWord);
+    return uiValue && (*uiValue & (*uiValue - 1)) == 0 ? uiValue : std::nullopt;
+}
+
 std::string findFault(const ConvertWords& words)
 {
     if (words.isBatch())
@@ -118,7 +124,7 @@ VerbRun describeConvert(CLI::App& verb)
     pWords->conversion.operations.addOptions(verb);
     pWords->conversion.target.addOptions(verb);
 
-    addWordOption(verb, "--pad", pWords->uiPadding, parseWithin<0, k_uiMaxPadding>, "N", "alignment from 0 to 65536",
+    addWordOption(verb, "--pad", pWords->uiPadding, parsePadding, "N", "alignment: 0, or a power of two up to 65536",
                   "Let the data of a .mox file start at a multiple of N bytes, a power of two")
         ->group("Saving");
 

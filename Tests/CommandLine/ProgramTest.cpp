@@ -54,6 +54,12 @@ TEST(Program, KnowsNoVerbOrOperationThatIsNotBuilt)
         expectWrongWords(cli({"convert", "a.mox", "-o", "b.mox", strOption}), strOption, "convert");
 }
 
+TEST(Program, ShowsNoControlCharactersOfWrongWords)
+{
+    expectWrongWords(cli({"a\x1B[31m\nb"}), "a?[31m b", "");
+    expectWrongWords(cli({"formats", "--\x1B\x7F"}), "--??", "formats");
+}
+
 TEST(Program, TakesOneVerb)
 {
     expectWrongWords(cli({"info", "a.mox", "extract"}), "extract", "info");

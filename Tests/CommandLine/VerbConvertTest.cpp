@@ -338,7 +338,7 @@ TEST_F(ConvertWords, AreRefusedWhereAnOptionDoesNotTakeThem)
         {"--space", {"rgb", "linear", ""}},
         {"--assume-space", {"rgb", ""}},
         {"--quality", {"best", "-1", ""}},
-        {"--pad", {"-1", "65537", "x", "", "4294967300"}},
+        {"--pad", {"-1", "3", "48", "65535", "65537", "131072", "x", "", "4294967300"}},
         {"--mips", {"0", "x"}},
         {"--resize", {"0x0"}},
         {"--filter", {"lanczos"}},
