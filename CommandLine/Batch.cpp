@@ -4,6 +4,7 @@
 #include <map>
 #include <mutex>
 #include <optional>
+#include <system_error>
 
 #include "CommandLine/ProgressLine.h"
 #include "Core/Workers.h"
@@ -52,6 +53,14 @@ private:
     CProgressLine m_Line;
 };
 
+/// One spelling for all that lead to the same file, which need not be there.
+std::string resolve(const std::string& strPath)
+{
+    std::error_code error;
+    const std::filesystem::path path = std::filesystem::weakly_canonical(strPath, error);
+    return error ? strPath : path.string();
+}
+
 } // namespace
 
 std::vector<BatchFile> planBatch(const std::vector<std::string>& inputs, const std::string& strFolder, const std::string& strExtension)
@@ -70,7 +79,7 @@ std::string findClash(const std::vector<BatchFile>& files)
     std::map<std::string, std::string> inputOf;
     for (const BatchFile& file : files)
     {
-        const auto [place, bNew] = inputOf.emplace(file.strOutput, file.strInput);
+        const auto [place, bNew] = inputOf.emplace(resolve(file.strOutput), file.strInput);
         if (!bNew)
             return "'" + place->second + "' and '" + file.strInput + "' would both be written to '" + file.strOutput + "'";
     }

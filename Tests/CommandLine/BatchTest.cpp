@@ -3,8 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <filesystem>
 #include <new>
 #include <set>
+
+#include "Support/TemporaryFolder.h"
 
 using namespace moxtexture;
 
@@ -45,6 +48,16 @@ TEST(BatchClash, NamesBothInputsAndTheOutput)
 TEST(BatchClash, IsOneInputNamedTwice)
 {
     EXPECT_NE("", findClash(planBatch({"a.png", "a.png"}, "out", "mox")));
+}
+
+TEST(BatchClash, IsALinkToTheOutputOfAnother)
+{
+    const testsupport::CTemporaryFolder folder;
+    folder.write("a.mox", "earlier");
+    std::filesystem::create_symlink("a.mox", folder.path("b.mox"));
+    EXPECT_EQ("'a.png' and 'b.png' would both be written to '" + folder.path("b.mox") + "'",
+              findClash(planBatch({"a.png", "b.png"}, folder.path(), "mox")));
+    EXPECT_EQ("", findClash(planBatch({"a.png", "c.png"}, folder.path(), "mox")));
 }
 
 TEST(BatchClash, IsNotAnOutputThatIsItsOwnInput)
