@@ -133,6 +133,7 @@ struct OperationRow
     bool bEdits;                                         ///< changes the texture, not only how those after it do
     OperationStep (*pParse)(const std::string& strWord); ///< gives an empty function for a word that it does not understand
     const char* strHelp;
+    const char* strLimits = ""; ///< what strValue leaves out, for the message about a word that is not understood
 };
 
 constexpr OperationRow k_aOperations[] = {
@@ -142,7 +143,7 @@ constexpr OperationRow k_aOperations[] = {
     { "--flip",        "x|y|z",                true,  parseFlip,          "Mirror along an axis" },
     { "--rotate",      "cw|ccw",               true,  parseRotate,        "Turn a quarter clockwise or counterclockwise" },
     { "--border",      "X,Y[,Z]",              true,  parseBorder,        "Add a mirrored frame that many pixels wide on each side; the other levels go" },
-    { "--mips",        "N|all",                true,  parseMIPMaps,       "Make N levels, the top one counted (1 to 32), or all down to one pixel" },
+    { "--mips",        "N|all",                true,  parseMIPMaps,       "Make N levels, the top one counted (1 to 32), or all down to one pixel", ", N being 1 to 32" },
     { "--colour-mips", nullptr,                true,  parseColourMIPMaps, "Tint every level below the top, to see which one is on screen" },
     { "--filter",      "nearest|linear|cubic", false, parseFilterChoice,  "For --resize and --mips behind it; linear at first" },
     // clang-format on
@@ -158,7 +159,7 @@ void COperationChain::addOptions(CLI::App& verb)
         {
             OperationStep step = row.pParse(strWord);
             if (!step)
-                throw CLI::ValidationError(row.strOption, "'" + strWord + "' is not " + row.strValue);
+                throw CLI::ValidationError(row.strOption, "'" + strWord + "' is not " + row.strValue + row.strLimits);
             const std::string strBehind = row.strValue != nullptr ? " " + strWord : std::string();
             m_Operations.push_back({row.strOption + strBehind, std::move(step), row.bEdits});
         };

@@ -151,7 +151,10 @@ public:
         catch (const CLI::ExtrasError&)
         {
             // The library's own message names them in reverse.
-            return wrongWords("Not expected: " + CLI::detail::join(m_App.remaining(true), " "));
+            const std::vector<std::string> unexpected = m_App.remaining(true);
+            if (m_App.get_subcommands().empty() && unexpected.front().rfind('-', 0) != 0)
+                return wrongWords("'" + unexpected.front() + "' is no verb (" + listVerbs() + ")");
+            return wrongWords("Not expected: " + CLI::detail::join(unexpected, " "));
         }
         catch (const CLI::ParseError& error)
         {
@@ -167,6 +170,14 @@ public:
     [[nodiscard]] std::string getUsage() const { return m_pHelp->make_usage(&getVerb(), {}) + "\nRun with --help for more information.\n"; }
 
 private:
+    static std::string listVerbs()
+    {
+        std::string strVerbs;
+        for (const VerbRow& row : k_aVerbs)
+            strVerbs += (strVerbs.empty() ? "" : ", ") + std::string(row.strName);
+        return strVerbs;
+    }
+
     /// The verb that the words begin with, or the program itself.
     [[nodiscard]] const CLI::App& getVerb() const
     {

@@ -41,6 +41,7 @@ TEST(Program, WantsAVerbThatItKnows)
 {
     expectWrongWords(cli({}), "verb is required", "");
     expectWrongWords(cli({"frobnicate"}), "frobnicate", "");
+    expectWrongWords(cli({"compare", "a", "b"}), "'compare' is no verb (info, convert, extract, formats)", "");
     expectWrongWords(cli({"--frobnicate"}), "--frobnicate", "");
     expectWrongWords(cli({"INFO", "a.mox"}), "INFO", "");
 }

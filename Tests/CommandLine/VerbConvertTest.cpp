@@ -348,6 +348,7 @@ TEST_F(ConvertWords, AreRefusedWhereAnOptionDoesNotTakeThem)
             expectWrongWords(convert("photo.png", "a.mox", {row.strOption, strValue}), row.strOption, "convert");
     expectWrongWords(convert("photo.png", "a.mox", {"--format", "bc1", "--quality", "Thorough"}), "no quality of BC1", "convert");
     expectWrongWords(convert("photo.png", "a.mox", {"--format", "r8g8b8a8", "--type", "12"}), "cannot hold", "convert");
+    expectWrongWords(convert("photo.png", "a.mox", {"--mips", "33"}), "'33' is not N|all, N being 1 to 32", "convert");
     expectWrongWords(convert("photo.png", "a.mox", {"--dither=no"}), "dither", "convert");
     expectWrongWords(convert("photo.png", "a.mox", {"--format", "bc1", "--format", "bc2"}), "format", "convert");
     EXPECT_EQ(1u, m_Folder.count());
