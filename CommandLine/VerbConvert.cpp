@@ -117,7 +117,8 @@ VerbRun describeConvert(CLI::App& verb)
 {
     auto pWords = std::make_shared<ConvertWords>();
     verb.add_option("INPUT", pWords->inputs, "Textures (.mox) or ordinary images (.png, .bmp, .jpg, .tga ...)")->required()->type_name("");
-    verb.add_option("-o,--output", pWords->strOutput, "The texture to write: .mox, .ktx, .dds or .h")->type_name("OUTPUT");
+    refuseOptions(verb, verb.add_option("-o,--output", pWords->strOutput, "The texture to write: .mox, .ktx, .dds or .h"))
+        ->type_name("OUTPUT");
     addWordOption(verb, "--assume-space", pWords->conversion.eAssumedSpace, parseColourSpace, "lrgb|srgb", "colour space",
                   "Take the loaded pixels to be in this space, before anything else. Ordinary images load as lrgb; a photo is srgb");
 
@@ -129,7 +130,8 @@ VerbRun describeConvert(CLI::App& verb)
         ->group("Saving");
 
     const std::string strMany = "Many files";
-    verb.add_option("--out-dir", pWords->strFolder, "Write every input's texture into this folder, which is made if missing")
+    refuseOptions(verb,
+                  verb.add_option("--out-dir", pWords->strFolder, "Write every input's texture into this folder, which is made if missing"))
         ->type_name("DIR")
         ->group(strMany);
     addWordOption(verb, "--ext", pWords->strExtension, parseExtension, "mox|ktx|dds|h", "extension of a texture file",

@@ -95,7 +95,9 @@ VerbRun describeExtract(CLI::App& verb)
 {
     auto pWords = std::make_shared<ExtractWords>();
     verb.add_option("INPUT", pWords->strInput, "A texture")->required()->type_name("");
-    verb.add_option("-o,--output", pWords->strImage, "The picture to write: .png, .bmp or .jpg")->required()->type_name("IMAGE");
+    refuseOptions(verb, verb.add_option("-o,--output", pWords->strImage, "The picture to write: .png, .bmp or .jpg"))
+        ->required()
+        ->type_name("IMAGE");
     addWordOption(verb, "--level", pWords->uiLevel, parseUnsigned, "L", "number", "MIP level, 0 the largest; 0 where left out");
     addWordOption(verb, "--member", pWords->uiMember, parseUnsigned, "M", "number", "Array member, from 0; 0 where left out");
     addWordOption(verb, "--face", pWords->uiFace, parseUnsigned, "F", "number", "Cube map face, from 0; 0 where left out");

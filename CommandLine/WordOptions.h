@@ -27,6 +27,17 @@ CLI::Option* addWordOption(CLI::App& verb, const std::string& strOption, std::op
     return verb.add_option_function<std::string>(strOption, take, strHelp)->type_name(strValue);
 }
 
+/// Refuses another option in the place of an option's value, where a name was forgotten.
+inline CLI::Option* refuseOptions(const CLI::App& verb, CLI::Option* pOption)
+{
+    const auto findFault = [&verb](const std::string& strWord)
+    {
+        const bool bOption = strWord.rfind("--", 0) == 0 || verb.get_option_no_throw(strWord) != nullptr;
+        return bOption ? "'" + strWord + "' is an option; a file of that name is ./" + strWord : std::string();
+    };
+    return pOption->check(findFault);
+}
+
 /// A flag that takes no value, not even a false one.
 inline CLI::Option* addFlag(CLI::App& verb, const std::string& strOption, bool& bTarget, const std::string& strHelp)
 {

@@ -354,6 +354,16 @@ TEST_F(ConvertWords, AreRefusedWhereAnOptionDoesNotTakeThem)
     EXPECT_EQ(1u, m_Folder.count());
 }
 
+TEST_F(ConvertWords, AreNoOptionsWhereANameIsWanted)
+{
+    for (const char* strWord : {"--quiet", "--x", "-o", "-h"})
+        expectWrongWords(cli({"convert", path("photo.png"), "--ext", "mox", "--out-dir", strWord}),
+                         "a file of that name is ./" + std::string(strWord), "convert");
+    expectWrongWords(cli({"convert", path("photo.png"), "-o", "--dither"}), "'--dither' is an option", "convert");
+    expectWrongWords(cli({"extract", path("photo.png"), "-o", "--x.png"}), "'--x.png' is an option", "extract");
+    EXPECT_EQ(1u, m_Folder.count());
+}
+
 TEST_F(ConvertWords, OfOneFileAndOfManyDoNotMix)
 {
     const std::string strPhoto = path("photo.png");
