@@ -5,7 +5,7 @@
 
 #include "Support/TemporaryFolder.h"
 
-/// A window system without a screen, and settings that are nobody's.
+/// A window system without a screen, and settings and temporary files that are nobody's.
 int main(int iCount, char** apArguments)
 {
     // The platform without a screen says at every window what it does not support.
@@ -17,6 +17,7 @@ int main(int iCount, char** apArguments)
         });
     const testsupport::CTemporaryFolder folder;
     qputenv("XDG_CONFIG_HOME", QByteArray::fromStdString(folder.path()));
+    qputenv("TEMP", QByteArray::fromStdString(folder.path())); // as the program has a temporary folder of its own
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
