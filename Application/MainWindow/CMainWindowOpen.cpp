@@ -129,7 +129,12 @@ QMdiSubWindow* CMainWindow::addView(CTexViewWindowSingle* pView, const QString& 
     connect(pView, &CTexViewWindow::signalMousePositionUpdated, this, &CMainWindow::slotMousePositionUpdated);
     connect(pView, &CTexViewWindow::signalZoomScaleUpdated, this, &CMainWindow::slotUpdateZoomFromViewWindow);
     connect(pView, &CTexViewWindowSingle::signalNothingWritten, this, &CMainWindow::tellNothingWritten);
-    connect(pView, &QObject::destroyed, this, [this, pView] { forgetView(pView); });
+    connect(pView, &QObject::destroyed, this,
+            [this, pView](QObject* pDying)
+            {
+                disconnect(this, nullptr, pDying, nullptr); // what is unset for it, the grid's mark above all, is not for it to hear
+                forgetView(pView);
+            });
     // Later: its sub window may be on its way out, too, and must not be looked at.
     connect(pView, &QObject::destroyed, this, &CMainWindow::slotTextureUpdated, Qt::QueuedConnection);
 

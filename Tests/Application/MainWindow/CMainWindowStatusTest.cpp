@@ -381,6 +381,17 @@ TEST_F(CMainWindowStatusTest, SurvivesAViewThatIsDestroyedWithoutBeingClosed)
     EXPECT_FALSE(window().statusBar()->isEnabled());
 }
 
+TEST_F(CMainWindowStatusTest, AViewThatIsDestroyedWithItsGridShownIsNotToldOfTheMarksEnd)
+{
+    openView(png("a.png"));
+    action("Act_Show_Grid").trigger();
+    delete subWindows().front();
+    settle();
+    EXPECT_FALSE(action("Act_Show_Grid").isChecked());
+    EXPECT_TRUE(openView(png("b.png")).isGridShown()); // the setting is what the user chose last
+    action("Act_Show_Grid").trigger();                 // off, as the other tests know it
+}
+
 TEST_F(CMainWindowStatusTest, KeepsItsTextureWhileAnotherWindowIsActive)
 {
     openView(png("a.png"));
