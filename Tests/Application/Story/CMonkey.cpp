@@ -1,5 +1,6 @@
 #include "Application/Story/CMonkey.h"
 
+#include <algorithm>
 #include <array>
 #include <functional>
 #include <utility>
@@ -31,6 +32,9 @@
 namespace
 {
 
+/// There are fewer actions than this. Each time that untried ones are on offer one of them is chosen, so none is offered that often
+/// and stays untried.
+constexpr uint32_t k_ui32CertainOffers = 64;
 constexpr char k_acCounted[] = "CountedByTheMonkey";
 constexpr char k_acVisits[] = "VisitsOfTheMonkey"; // ticks at which a dialog was found open since it was last answered for good
 
@@ -94,8 +98,8 @@ void CMonkey::act()
     if (!m_Window.isVisible())
         m_Window.show(); // it was closed, which ends the program for others
     noteEnabledActions();
-    // What was never chosen may be open to choice for a short while only.
-    const bool bNew = m_TriggeredActions.size() < m_EnabledActions.size() && tossUp();
+    // What was never chosen may be open to choice for a short while only, so it goes before all else.
+    const bool bNew = hasUntriedAction();
     const Deed& deed = bNew ? k_aDeeds[0] : k_aDeeds[static_cast<size_t>(below(static_cast<int>(k_aDeeds.size())))];
     ++m_Counts[deed.first];
     (this->*deed.second)();
@@ -120,8 +124,16 @@ void CMonkey::act()
 void CMonkey::noteEnabledActions()
 {
     for (const QAction* pAction : getActions(m_Window))
-        if (pAction->isEnabled() && pAction->isVisible())
+        if (pAction->isEnabled() && pAction->isVisible() && ++m_Offers[nameOf(*pAction)] == k_ui32CertainOffers)
             m_EnabledActions.insert(nameOf(*pAction));
+}
+
+bool CMonkey::hasUntriedAction() const
+{
+    const QList<QAction*> actions = getActions(m_Window);
+    return std::any_of(actions.begin(), actions.end(),
+                       [&](const QAction* pAction)
+                       { return pAction->isEnabled() && pAction->isVisible() && m_TriggeredActions.count(nameOf(*pAction)) == 0; });
 }
 
 void CMonkey::triggerAction()
@@ -266,12 +278,12 @@ void CMonkey::operate(QWidget& widget)
             return;
         pTree->setCurrentItem(pItem);
         pTree->scrollToItem(pItem);
-        if (below(4) == 0)
+        if (tossUp())
             QTest::mouseClick(pTree->viewport(), Qt::RightButton, Qt::NoModifier, pTree->visualItemRect(pItem).center());
         if (QWidget* pPopup = QApplication::activePopupWidget())
         {
             auto* pMenu = qobject_cast<QMenu*>(pPopup);
-            const bool bChoose = pMenu != nullptr && !pMenu->actions().isEmpty() && tossUp();
+            const bool bChoose = pMenu != nullptr && !pMenu->actions().isEmpty();
             QAction* pAction = bChoose ? pMenu->actions().front() : nullptr;
             pPopup->close();
             if (pAction != nullptr && pAction->isEnabled())
@@ -327,7 +339,9 @@ void CMonkey::answer(QDialog& dialog)
 {
     if (qobject_cast<QMessageBox*>(&dialog) != nullptr)
         return answerMessageBox(dialog);
-    if (below(3) == 0)
+    // Each is refused when it first comes and accepted when it comes again; then by chance.
+    const std::string strTitle = dialog.windowTitle().toStdString();
+    if (m_Rejected.count(strTitle) == 0 || (m_Accepted.count(strTitle) != 0 && below(3) == 0))
     {
         ++m_Rejected[dialog.windowTitle().toStdString()];
         return dialog.reject();

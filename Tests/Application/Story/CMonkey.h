@@ -26,7 +26,7 @@ public:
 
     /// How often each kind of deed was done, by its name.
     [[nodiscard]] const std::map<std::string, uint32_t>& counts() const { return m_Counts; }
-    /// Actions of menus and tool bars that could have been chosen at some time.
+    /// Actions of menus and tool bars that could have been chosen often enough to be sure that they were.
     [[nodiscard]] const std::set<std::string>& enabledActions() const { return m_EnabledActions; }
     [[nodiscard]] const std::set<std::string>& triggeredActions() const { return m_TriggeredActions; }
     /// Titles of the dialogs that were accepted, or had a button pressed, and of those that were rejected.
@@ -43,6 +43,7 @@ private:
     QString pickPath() { return m_aOpenable[m_Random.below(static_cast<uint32_t>(m_aOpenable.size()))]; }
 
     void noteEnabledActions();
+    bool hasUntriedAction() const;
     void triggerAction();
     void openFile();
     void sendMessage();
@@ -65,6 +66,7 @@ private:
     uint32_t m_ui32SaveCount = 0;
     bool m_bAnswerPosted = false;
     std::map<std::string, uint32_t> m_Counts;
+    std::map<std::string, uint32_t> m_Offers; // how often each action could have been chosen
     std::set<std::string> m_EnabledActions;
     std::set<std::string> m_TriggeredActions;
     std::map<std::string, uint32_t> m_Accepted;
