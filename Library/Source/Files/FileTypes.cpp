@@ -3,6 +3,12 @@
 #include <algorithm>
 #include <iterator>
 
+#include "Files/AstcFile.h"
+#include "Files/CHeaderFile.h"
+#include "Files/DdsReader.h"
+#include "Files/DdsWriter.h"
+#include "Files/KtxReader.h"
+#include "Files/KtxWriter.h"
 #include "Files/NativeFile.h"
 
 namespace moxtexture
@@ -12,13 +18,13 @@ namespace
 
 // clang-format off
 constexpr FileType k_aFileTypes[] = {
-//    extension  readHandle   readStream  write        appends
-    { "ktx",     nullptr,     nullptr,    nullptr,     false },
-    { "dds",     nullptr,     nullptr,    nullptr,     false },
-    { "astc",    nullptr,     nullptr,    writeNative, true },  // read only: such a file comes from an encoder
-    { "h",       readNative,  nullptr,    nullptr,     false }, // written only
-    { "mox",     readNative,  nullptr,    writeNative, false },
-    { nullptr,   readNative,  nullptr,    writeNative, true },
+//    extension  readHandle   readStream  write         appends
+    { "ktx",     nullptr,     readKtx,    writeKtx,     false },
+    { "dds",     readDds,     nullptr,    writeDds,     false },
+    { "astc",    nullptr,     readASTC,   writeNative,  true },  // read only: such a file comes from an encoder
+    { "h",       readNative,  nullptr,    saveCHeader,  false }, // written only
+    { "mox",     readNative,  nullptr,    writeNative,  false },
+    { nullptr,   readNative,  nullptr,    writeNative,  true },
 };
 // clang-format on
 

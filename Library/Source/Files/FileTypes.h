@@ -9,12 +9,11 @@
 namespace moxtexture
 {
 
-/// What is to be done with the files of an extension. A part that is null has not been built: loading then leaves the texture
-/// without data, saving gives false and writes nothing.
+/// What is to be done with the files of an extension.
 struct FileType
 {
     const char* strExtension; ///< lower case; null in the row for all others
-    /// Readers from an open file, or from a stream over the whole file; no more than one of the two is set.
+    /// Readers from an open file, or from a stream over the whole file; one of the two is null.
     bool (*readHandle)(std::FILE* pFile, CMOXTexture& texture);
     bool (*readStream)(std::istream& stream, CMOXTexture& texture);
     /// Writes straight to the path.

@@ -17,11 +17,7 @@ namespace moxtexture
 bool readTexture(std::FILE* pFile, const std::string& strExtension, CMOXTexture& texture)
 {
     const FileType& type = getFileType(strExtension);
-    bool bGood = false;
-    if (type.readStream != nullptr)
-        bGood = readThroughStream(pFile, type.readStream, texture);
-    else if (type.readHandle != nullptr)
-        bGood = type.readHandle(pFile, texture);
+    const bool bGood = type.readStream != nullptr ? readThroughStream(pFile, type.readStream, texture) : type.readHandle(pFile, texture);
     if (!texture.fitsDataBlock() || texture.getBlockSize() != texture.getDataSize())
         leaveWithoutData(texture);
     return bGood;

@@ -7,6 +7,7 @@
 
 #include "Core/ByteOrder.h"
 #include "Core/FileHandle.h"
+#include "Files/LegacyFile.h"
 #include "Files/LoadLimits.h"
 
 namespace moxtexture
@@ -94,18 +95,28 @@ bool readVersion3Data(const InputFile& file, CMOXTexture& texture)
     return std::fread(texture.getDataPtr(), 1, texture.getBlockSize(), file.pFile) != 0;
 }
 
+bool readVersion2Header(const InputFile& file, CMOXTexture& texture)
+{
+    return readLegacyHeader(file.pFile, texture);
+}
+
+bool readVersion2Data(const InputFile& file, CMOXTexture& texture)
+{
+    return readLegacyData(file.pFile, texture);
+}
+
 /// A kind of file that its first word tells.
 struct HeaderKind
 {
     uint32_t ui32FirstWord;
-    bool (*readHeader)(const InputFile&, CMOXTexture&); ///< shape, encoding and metadata; null: a file of this kind fails to load
+    bool (*readHeader)(const InputFile&, CMOXTexture&); ///< shape, encoding and metadata
     bool (*readData)(const InputFile&, CMOXTexture&);   ///< into the block, which is taken by then
 };
 
 constexpr HeaderKind k_aHeaderKinds[] = {
     {CMOXTextureHeader::k_ui32NativeFourCC, readVersion3Header, readVersion3Data},
-    {52, nullptr, nullptr}, // version 2, with the number of surfaces
-    {44, nullptr, nullptr}, // version 2
+    {k_uiLegacyHeaderSize, readVersion2Header, readVersion2Data},
+    {k_uiLegacyShortHeaderSize, readVersion2Header, readVersion2Data},
 };
 
 bool readByKind(const InputFile& file, CMOXTexture& texture)
@@ -115,7 +126,7 @@ bool readByKind(const InputFile& file, CMOXTexture& texture)
         return false;
     const auto isIt = [&](const HeaderKind& row) { return row.ui32FirstWord == loadLE<uint32_t>(aui8Word); };
     const auto* pKind = std::find_if(std::begin(k_aHeaderKinds), std::end(k_aHeaderKinds), isIt);
-    if (pKind == std::end(k_aHeaderKinds) || pKind->readHeader == nullptr || !pKind->readHeader(file, texture))
+    if (pKind == std::end(k_aHeaderKinds) || !pKind->readHeader(file, texture))
     {
         leaveWithoutData(texture);
         return false;

@@ -8,8 +8,7 @@ namespace moxtexture
 
 bool saveTexture(const CMOXTexture& texture, const std::string& strPath)
 {
-    const FileType& type = getFileType(getFileExtension(strPath));
-    return type.write != nullptr && type.write(texture, getSavedPath(strPath));
+    return getFileType(getFileExtension(strPath)).write(texture, getSavedPath(strPath));
 }
 
 std::string getSavedPath(const std::string& strPath)

@@ -11,6 +11,8 @@
 #include <gtest/gtest.h>
 
 #include "Files/FileTypes.h"
+#include "Support/DdsFileBuilder.h"
+#include "Support/KtxFileBuilder.h"
 #include "Support/NativeLoading.h"
 #include "Support/TemporaryFolder.h"
 
@@ -63,6 +65,54 @@ TEST(LoadTexture, AnExtensionOfAnotherReaderIsNotGivenToTheNativeOne)
         EXPECT_EQ(0u, texture.getDataSize()) << strName;
         EXPECT_EQ(nullptr, texture.getDataPtr()) << strName;
     }
+}
+
+TEST(LoadTexture, EachContainerGoesToItsOwnReader)
+{
+    const std::vector<uint8_t> ktx = CKtxFileBuilder().level(4, {1, 2, 3, 4}).bytes();
+    const std::vector<uint8_t> dds = CDdsFileBuilder().data({1, 2, 3, 4}).bytes();
+    // One block of 4 by 4 pixels.
+    std::vector<uint8_t> astc = {0x13, 0xAB, 0xA1, 0x5C, 4, 4, 1, 4, 0, 0, 4, 0, 0, 1, 0, 0};
+    astc.resize(32, 7);
+
+    const CTemporaryFolder folder;
+    for (const char* strName : {"image.ktx", "IMAGE.KTX"})
+        EXPECT_EQ((std::vector<uint8_t>{1, 2, 3, 4}), dataOf(CMOXTexture(folder.write(strName, ktx)))) << strName;
+    for (const char* strName : {"image.dds", "IMAGE.DDS"})
+        EXPECT_EQ((std::vector<uint8_t>{1, 2, 3, 4}), dataOf(CMOXTexture(folder.write(strName, dds)))) << strName;
+    EXPECT_EQ(std::vector<uint8_t>(16, 7), dataOf(CMOXTexture(folder.write("image.astc", astc))));
+    for (const char* strName : {"image.mox", "image.h", "image"})
+        for (const std::vector<uint8_t>& bytes : {ktx, dds, astc})
+            EXPECT_EQ(0u, CMOXTexture(folder.write(strName, bytes)).getDataSize()) << strName;
+}
+
+TEST(LoadTexture, PixelsThatAreMissingLeaveTheTextureAsFarAsItWasRead)
+{
+    const CTemporaryFolder folder;
+    const std::vector<uint8_t> expected = {1, 2, 3, 4, 5, 0, 0, 0};
+    const std::vector<uint8_t> ktx = CKtxFileBuilder().size(2, 1).level(8, {1, 2, 3, 4, 5}).bytes();
+    EXPECT_EQ(expected, dataOf(CMOXTexture(folder.write("a.ktx", ktx))));
+    const std::vector<uint8_t> dds = CDdsFileBuilder().size(2, 1).data({1, 2, 3, 4, 5}).bytes();
+    EXPECT_EQ(expected, dataOf(CMOXTexture(folder.write("a.dds", dds))));
+
+    for (const auto& [strExtension, bytes] : {std::pair("ktx", ktx), std::pair("dds", dds)})
+    {
+        const CMemoryFile file(bytes);
+        CMOXTexture texture;
+        EXPECT_FALSE(readTexture(file.get(), strExtension, texture));
+        EXPECT_EQ(expected, dataOf(texture)) << strExtension;
+    }
+}
+
+TEST(LoadTexture, NumbersOutsideTheFormatTableLeaveTheShapeAndNoData)
+{
+    const CTemporaryFolder folder;
+    const CMOXTexture ktx(folder.write("a.ktx", CKtxFileBuilder().format(1).size(2, 3).level(24, std::vector<uint8_t>(24)).bytes()));
+    EXPECT_EQ(2u, ktx.getWidth());
+    EXPECT_EQ(0u, ktx.getDataSize());
+    const CMOXTexture dds(folder.write("a.dds", CDdsFileBuilder().size(2, 3).extended(1).data(std::vector<uint8_t>(24)).bytes()));
+    EXPECT_EQ(2u, dds.getWidth());
+    EXPECT_EQ(0u, dds.getDataSize());
 }
 
 TEST(LoadTexture, WhatCannotBeOpenedOrReadGivesADefaultTexture)
@@ -154,11 +204,12 @@ TEST(ReadThroughStream, AFileWithoutAnEndIsNotGivenToTheReader)
     ::close(aiEnds[1]);
 }
 
-TEST(FileTypes, NoRowHasTwoReaders)
+TEST(FileTypes, EveryRowHasOneReaderAndAWriter)
 {
     for (const char* strExtension : {"ktx", "dds", "astc", "h", "mox", "png", ""})
     {
         const FileType& type = getFileType(strExtension);
-        EXPECT_TRUE(type.readHandle == nullptr || type.readStream == nullptr) << strExtension;
+        EXPECT_NE(type.readHandle == nullptr, type.readStream == nullptr) << strExtension;
+        EXPECT_NE(nullptr, type.write) << strExtension;
     }
 }

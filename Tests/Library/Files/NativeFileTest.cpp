@@ -257,13 +257,31 @@ TEST(NativeReader, AFormatThatMeasuresNothingFails)
     }
 }
 
-TEST(NativeReader, TheOlderHeadersFailUntilTheyHaveAReader)
+TEST(NativeReader, TheFirstWordTellsTheOlderHeadersOf44And52Bytes)
 {
-    for (const uint32_t uiHeaderSize : {52u, 44u})
+    // Size, height, width, levels below the top, type 18, data size, bits, four masks; the longer one has a magic word and surfaces.
+    const std::vector<uint32_t> words = {44, 1, 2, 0, 18, 8, 32, 0, 0, 0, 0};
+    std::vector<uint32_t> longer = words;
+    longer.front() = 52;
+    longer.insert(longer.end(), {0x21584F4D, 1});
+    for (const std::vector<uint32_t>& header : {words, longer})
     {
-        const NativeLoad load = loadNative(CNativeFileBuilder().version(uiHeaderSize).data({1, 2, 3, 4}));
-        EXPECT_FALSE(load.bGood);
-        EXPECT_EQ(0u, load.texture.getDataSize());
+        Bytes bytes(4 * header.size());
+        for (size_t i = 0; i < header.size(); ++i)
+            storeLE(&bytes[4 * i], header[i]);
+        const NativeLoad empty = loadNative(bytes);
+        EXPECT_FALSE(empty.bGood);
+        EXPECT_EQ(Bytes(8), dataOf(empty.texture)); // as of a file with today's header
+
+        for (uint8_t i = 1; i <= 8; ++i)
+            bytes.push_back(i);
+        const NativeLoad load = loadNative(bytes);
+        EXPECT_TRUE(load.bGood);
+        EXPECT_EQ(2u, load.texture.getWidth());
+        EXPECT_EQ((Bytes{1, 2, 3, 4, 5, 6, 7, 8}), dataOf(load.texture));
+
+        bytes.resize(40);
+        EXPECT_EQ(0u, loadNative(bytes).texture.getDataSize()); // ends in the header
     }
 }
 
