@@ -2,6 +2,10 @@
 
 #include "Codecs/BC/BcCompress.h"
 #include "Codecs/BC/BcDecompress.h"
+#include "Codecs/Packed/OneBit.h"
+#include "Codecs/Packed/PackedYUV.h"
+#include "Codecs/Packed/PairFormats.h"
+#include "Codecs/Packed/SharedExponent.h"
 
 namespace moxtexture
 {
@@ -24,10 +28,29 @@ uint32_t decompressBC(const uint8_t* pSource, uint8_t* pTarget, const CodecSurfa
     return bcDecompressImage(pSource, pTarget, surface.uiWidth, surface.uiHeight, bcType(surface));
 }
 
+/// Entries that take the size and the format's number.
+template <auto kEntry>
+uint32_t withFormat(const uint8_t* pSource, uint8_t* pTarget, const CodecSurface& surface)
+{
+    return kEntry(pSource, pTarget, surface.uiWidth, surface.uiHeight, surface.eFormat);
+}
+
+/// Entries of one format, which take the size alone.
+template <auto kEntry>
+uint32_t withSize(const uint8_t* pSource, uint8_t* pTarget, const CodecSurface& surface)
+{
+    return kEntry(pSource, pTarget, surface.uiWidth, surface.uiHeight);
+}
+
 // BC4 to BC7 have numbers and no codec: converting to or from them fails.
 constexpr CodecRow k_aCodecs[] = {
-    // first    last     compress     decompress     depth  small
+    // first, last, compress, decompress, takes depth, decodes small surfaces
     {ePF_BC1, ePF_BC3, compressBC, decompressBC, false, false},
+    {ePF_UYVY, ePF_YUY2, withFormat<encodePackedYUV>, withFormat<decodePackedYUV>, false, false},
+    {ePF_1bpp, ePF_1bpp, withSize<encodeOneBit>, withSize<decodeOneBit>, false, true},
+    {ePF_Shared_Exponent_RGB999_E5, ePF_Shared_Exponent_RGB999_E5, withSize<encodeSharedExponent>, withSize<decodeSharedExponent>, false,
+     false},
+    {ePF_2_Planar_RGBG_8_8_8_8, ePF_2_Planar_GRGB_8_8_8_8, withFormat<encodePairFormat>, withFormat<decodePairFormat>, false, false},
 };
 
 } // namespace
