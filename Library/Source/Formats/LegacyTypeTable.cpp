@@ -9,7 +9,7 @@ namespace
 {
 
 /// How a row is used: the families of APIs that write it, and what they ask for.
-enum ERowUse : uint8_t
+enum ELegacyRowUse : uint8_t
 {
     eReadOnly = 0,
     eGL = 1,         ///< OpenGL, OpenGL ES 1 and 2
@@ -25,7 +25,7 @@ struct LegacyTypeRow
 {
     uint32_t ui32Type;
     PixelEncoding encoding;
-    uint8_t ui8Use; ///< ERowUse, or'ed
+    uint8_t ui8Use; ///< ELegacyRowUse, or'ed
 };
 
 /// In the order of the types, so that the first row that fits is the lowest.
