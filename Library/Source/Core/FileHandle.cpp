@@ -1,5 +1,7 @@
 #include "Core/FileHandle.h"
 
+#include <algorithm>
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -84,18 +86,27 @@ bool getFileSize(std::FILE* pFile, uint64_t& ui64Size)
     return true;
 }
 
-bool readWholeFile(std::FILE* pFile, std::vector<uint8_t>& bytes)
+bool readWholeFile(std::FILE* pFile, std::vector<uint8_t>& bytes, uint64_t ui64MostBytes)
 {
+    constexpr size_t uiStep = 1 << 20;
     bytes.clear();
     uint64_t ui64Size = 0;
     // The end that a folder claims to have is beyond what a vector may hold.
-    if (!getFileSize(pFile, ui64Size) || ui64Size > bytes.max_size() - 1)
+    if (!getFileSize(pFile, ui64Size) || ui64Size > ui64MostBytes || ui64Size > bytes.max_size() - 1)
         return false;
-    bytes.resize(ui64Size);
-    if (ui64Size == 0 || std::fread(bytes.data(), 1, bytes.size(), pFile) == bytes.size())
-        return true;
-    bytes.clear();
-    return false;
+    bytes.reserve(ui64Size); // addresses, no memory yet
+    while (bytes.size() != ui64Size)
+    {
+        const size_t uiStart = bytes.size();
+        const size_t uiCount = std::min<size_t>(uiStep, ui64Size - uiStart);
+        bytes.resize(uiStart + uiCount);
+        if (std::fread(bytes.data() + uiStart, 1, uiCount, pFile) != uiCount)
+        {
+            std::vector<uint8_t>().swap(bytes);
+            return false;
+        }
+    }
+    return true;
 }
 
 } // namespace moxtexture

@@ -58,7 +58,11 @@ private:
 [[nodiscard]] bool getFileSize(std::FILE* pFile, uint64_t& ui64Size);
 
 /// All bytes of an open file, whatever its position.
-/// @return false, with an empty vector, if the file delivers less than its size
-[[nodiscard]] bool readWholeFile(std::FILE* pFile, std::vector<uint8_t>& bytes);
+///
+/// What a file claims to hold is touched no faster than it arrives: one that claims much and delivers little takes little.
+/// @param ui64MostBytes  a longer file is refused unread; a file with a hole in it is of any length, yet takes no room on the disk
+/// @return false, with an empty vector, for a file that is too long or delivers less than its size. Where the memory is refused it
+///         throws std::bad_alloc
+[[nodiscard]] bool readWholeFile(std::FILE* pFile, std::vector<uint8_t>& bytes, uint64_t ui64MostBytes = UINT64_MAX);
 
 } // namespace moxtexture

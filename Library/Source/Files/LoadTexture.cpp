@@ -25,8 +25,10 @@ bool readTexture(std::FILE* pFile, const std::string& strExtension, CMOXTexture&
 
 bool readThroughStream(std::FILE* pFile, bool (*reader)(std::istream& stream, CMOXTexture& texture), CMOXTexture& texture)
 {
+    // The largest data block there can be, of 4 GiB, and half as much again for keys and padding.
+    constexpr uint64_t ui64MostBytes = uint64_t{6} << 30;
     std::vector<uint8_t> bytes;
-    if (!readWholeFile(pFile, bytes))
+    if (!readWholeFile(pFile, bytes, ui64MostBytes))
         return false;
     OneShotReadBuf buffer(bytes);
     std::istream stream(&buffer);

@@ -18,8 +18,9 @@ bool readTexture(std::FILE* pFile, const std::string& strExtension, CMOXTexture&
 
 /// Reads the whole file into memory and calls a reader with a stream over it.
 ///
-/// @return false if the file delivers less than its size or the reader gives false, and also for a std::runtime_error, which a
-///         stream throws whose reader asked for exceptions; any other exception passes through
+/// @return false if the file is longer than any texture could need (6 GiB) or delivers less than its size, if the reader gives false,
+///         and also for a std::runtime_error, which a stream throws whose reader asked for exceptions; any other exception passes
+///         through
 [[nodiscard]] bool readThroughStream(std::FILE* pFile, bool (*reader)(std::istream& stream, CMOXTexture& texture), CMOXTexture& texture);
 
 } // namespace moxtexture

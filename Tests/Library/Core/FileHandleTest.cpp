@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include "Support/FileSizeLimit.h"
+#include "Support/SeededPictures.h"
 #include "Support/TemporaryFolder.h"
 
 using namespace moxtexture;
@@ -173,6 +174,60 @@ TEST(ReadWholeFile, AnEmptyFileIsNoBytes)
     std::vector<uint8_t> bytes(1);
     EXPECT_TRUE(readWholeFile(file.get(), bytes));
     EXPECT_TRUE(bytes.empty());
+}
+
+TEST(ReadWholeFile, AFileOfSeveralStepsIsReadToItsEnd)
+{
+    const CTemporaryFolder folder;
+    for (const uint32_t uiSize : {(1u << 20) - 1, 1u << 20, (1u << 20) + 1, (3u << 20) + 5})
+    {
+        const std::vector<uint8_t> content = testsupport::CSeededRandom(uiSize).bytes(uiSize);
+        const CFileHandle file = CFileHandle::openForReading(folder.write("a", content));
+        ASSERT_TRUE(file.isOpen());
+        std::vector<uint8_t> bytes;
+        ASSERT_TRUE(readWholeFile(file.get(), bytes));
+        EXPECT_TRUE(content == bytes) << uiSize;
+    }
+}
+
+TEST(ReadWholeFile, ALongerFileThanIsWantedIsRefusedUnread)
+{
+    const CTemporaryFolder folder;
+    const CFileHandle file = CFileHandle::openForReading(folder.write("a", "12345"));
+    ASSERT_TRUE(file.isOpen());
+    std::vector<uint8_t> bytes(1);
+    EXPECT_FALSE(readWholeFile(file.get(), bytes, 4));
+    EXPECT_TRUE(bytes.empty());
+    EXPECT_TRUE(readWholeFile(file.get(), bytes, 5));
+    EXPECT_EQ(5u, bytes.size());
+}
+
+TEST(ReadWholeFile, AHoleOfATerabyteIsRefusedAtOnce)
+{
+    const CTemporaryFolder folder;
+    const std::string strPath = folder.write("a", "x");
+    std::error_code failed;
+    std::filesystem::resize_file(strPath, uint64_t{1} << 40, failed);
+    if (failed)
+        GTEST_SKIP() << "the file system has no such files";
+    const CFileHandle file = CFileHandle::openForReading(strPath);
+    ASSERT_TRUE(file.isOpen());
+    std::vector<uint8_t> bytes;
+    EXPECT_FALSE(readWholeFile(file.get(), bytes, uint64_t{1} << 32));
+    EXPECT_TRUE(bytes.empty());
+}
+
+TEST(ReadWholeFile, WhatClaimsMoreThanItDeliversTakesNoMoreThanThat)
+{
+    // The system calls this folder's file 4096 bytes long, and delivers a few digits.
+    std::FILE* pFile = std::fopen("/sys/kernel/mm/transparent_hugepage/hpage_pmd_size", "rb");
+    if (pFile == nullptr)
+        GTEST_SKIP() << "no such file here";
+    std::vector<uint8_t> bytes(1);
+    EXPECT_FALSE(readWholeFile(pFile, bytes));
+    EXPECT_TRUE(bytes.empty());
+    EXPECT_EQ(0u, bytes.capacity());
+    std::fclose(pFile);
 }
 
 TEST(ReadWholeFile, AFolderGivesNoBytes)

@@ -13,6 +13,7 @@
 #include "Files/FileTypes.h"
 #include "Support/DdsFileBuilder.h"
 #include "Support/KtxFileBuilder.h"
+#include "Support/MemoryLimit.h"
 #include "Support/NativeLoading.h"
 #include "Support/TemporaryFolder.h"
 
@@ -118,10 +119,16 @@ TEST(LoadTexture, NumbersOutsideTheFormatTableLeaveTheShapeAndNoData)
 TEST(LoadTexture, WhatCannotBeOpenedOrReadGivesADefaultTexture)
 {
     const CTemporaryFolder folder;
-    ASSERT_EQ(0, ::mkfifo(folder.path("pipe.mox").c_str(), 0600));
-    fs::create_directory(folder.path("folder.mox"));
-    for (const std::string& strPath : {std::string(), folder.path("missing.mox"), folder.path("missing.ktx"), folder.path("folder.mox"),
-                                       folder.path("pipe.mox"), std::string("/dev/zero")})
+    std::vector<std::string> paths = {std::string(), "/dev/zero"};
+    for (const std::string strExtension : {"mox", "ktx", "dds", "astc"})
+    {
+        paths.push_back(folder.path("missing." + strExtension));
+        paths.push_back(folder.path("pipe." + strExtension));
+        ASSERT_EQ(0, ::mkfifo(paths.back().c_str(), 0600)); // nobody ever writes to it
+        paths.push_back(folder.path("folder." + strExtension));
+        fs::create_directory(paths.back());
+    }
+    for (const std::string& strPath : paths)
     {
         const CMOXTexture texture(strPath);
         EXPECT_EQ(0u, texture.getDataSize()) << strPath;
@@ -129,6 +136,23 @@ TEST(LoadTexture, WhatCannotBeOpenedOrReadGivesADefaultTexture)
         EXPECT_EQ(1u, texture.getWidth()) << strPath;
     }
 }
+
+#ifndef HALVANE_SANITISED
+TEST(LoadTexture, AHoleOfATerabyteTakesNoMemory)
+{
+    const CTemporaryFolder folder;
+    for (const std::string strExtension : {"mox", "ktx", "dds", "astc"})
+    {
+        const std::string strPath = folder.write("a." + strExtension, "x");
+        std::error_code failed;
+        fs::resize_file(strPath, uint64_t{1} << 40, failed);
+        if (failed)
+            GTEST_SKIP() << "the file system has no such files";
+        const CMemoryLimit limit;
+        EXPECT_EQ(0u, CMOXTexture(strPath).getDataSize()) << strExtension;
+    }
+}
+#endif
 
 TEST(LoadTexture, WhatTheReaderSaysIsDropped)
 {
