@@ -7,7 +7,9 @@
 #include <QtGui/QImage>
 #include <QtGui/QImageReader>
 
+#include "Composition/DdsLayouts.h"
 #include "Core/FileHandle.h"
+#include "Files/FileExtension.h"
 
 namespace moxtexture
 {
@@ -64,7 +66,7 @@ QImage readImage(const std::string& strPath)
 
 } // namespace
 
-void loadTextureFile(LoadStatus& status, CMOXTexture& texture, const std::string& strPath)
+void loadTextureFile(LoadStatus& status, CMOXTexture& texture, const std::string& strPath, bool bAsStored)
 {
     status = LoadStatus();
     if (!canOpenForReading(strPath))
@@ -77,7 +79,11 @@ void loadTextureFile(LoadStatus& status, CMOXTexture& texture, const std::string
 
     texture = CMOXTexture(strPath);
     if (texture.getDataSize() != 0)
+    {
+        if (!bAsStored && getFileExtension(strPath) == "dds")
+            correctLoadedDds(texture);
         return;
+    }
 
     const QImage image = readImage(strPath).convertToFormat(QImage::Format_ARGB32).rgbSwapped();
     if (image.constBits() == nullptr)
