@@ -24,6 +24,7 @@ namespace
 constexpr std::array<std::string_view, 4> k_aTextureExtensions = {"mox", "ktx", "dds", "h"};
 constexpr uint32_t k_uiMaxJobs = 1024;
 constexpr uint32_t k_uiMaxPadding = 65536;
+constexpr uint32_t k_uiMaxLegacyApi = 7;
 
 struct ConvertWords
 {
@@ -62,6 +63,18 @@ std::optional<uint32_t> parsePadding(const std::string& strWord)
     return uiValue && (*uiValue & (*uiValue - 1)) == 0 ? uiValue : std::nullopt;
 }
 
+/// Of an output that has an extension to be written.
+std::string findSaveFault(const ConvertWords& words)
+{
+    if (!words.conversion.save.uiLegacyApi)
+        return {};
+    if (words.isBatch() ? *words.strExtension != "mox" : getFileExtension(words.strOutput) != "mox")
+        return words.isBatch() ? "--legacy requires --ext mox" : "--legacy: '" + words.strOutput + "' must end in .mox";
+    if (words.uiPadding.value_or(0) > 1)
+        return "--legacy and --pad exclude each other: a version 2 file has no metadata";
+    return {};
+}
+
 std::string findFault(const ConvertWords& words)
 {
     if (words.isBatch())
@@ -82,7 +95,8 @@ std::string findFault(const ConvertWords& words)
         if (!isTextureExtension(getFileExtension(words.strOutput)))
             return "--output: '" + words.strOutput + "' must end in .mox, .ktx, .dds or .h";
     }
-    return words.conversion.target.findFault();
+    const std::string strFault = findSaveFault(words);
+    return strFault.empty() ? words.conversion.target.findFault() : strFault;
 }
 
 Outcome runMany(const ConvertWords& words, COutputsInFlight& outputs)
@@ -105,7 +119,7 @@ Outcome runConvert(ConvertWords& words, COutputsInFlight& outputs)
     const std::string strFault = findFault(words);
     if (!strFault.empty())
         return wrongWords(strFault);
-    words.conversion.uiPadding = words.uiPadding.value_or(0);
+    words.conversion.save.uiPadding = words.uiPadding.value_or(0);
     if (words.isBatch())
         return runMany(words, outputs);
     return convertFile(words.conversion, words.inputs.front(), words.strOutput, outputs);
@@ -116,7 +130,9 @@ Outcome runConvert(ConvertWords& words, COutputsInFlight& outputs)
 VerbRun describeConvert(CLI::App& verb)
 {
     auto pWords = std::make_shared<ConvertWords>();
-    verb.add_option("INPUT", pWords->inputs, "Textures (.mox) or ordinary images (.png, .bmp, .jpg, .tga ...)")->required()->type_name("");
+    verb.add_option("INPUT", pWords->inputs, "Textures (.mox, .ktx, .dds, .astc) or ordinary images (.png, .bmp, .jpg, .tga ...)")
+        ->required()
+        ->type_name("");
     refuseOptions(verb, verb.add_option("-o,--output", pWords->strOutput, "The texture to write: .mox, .ktx, .dds or .h"))
         ->type_name("OUTPUT");
     addWordOption(verb, "--assume-space", pWords->conversion.eAssumedSpace, parseColourSpace, "lrgb|srgb", "colour space",
@@ -125,9 +141,18 @@ VerbRun describeConvert(CLI::App& verb)
     pWords->conversion.operations.addOptions(verb);
     pWords->conversion.target.addOptions(verb);
 
+    const std::string strSaving = "Saving";
     addWordOption(verb, "--pad", pWords->uiPadding, parsePadding, "N", "alignment: 0, or a power of two up to 65536",
-                  "Let the data of a .mox file start at a multiple of N bytes, a power of two")
-        ->group("Saving");
+                  "Let the data of a .mox or .h file start at a multiple of N bytes, a power of two")
+        ->group(strSaving);
+    addWordOption(verb, "--legacy", pWords->conversion.save.uiLegacyApi, parseWithin<1, k_uiMaxLegacyApi>, "API", "API from 1 to 7",
+                  "Write version 2 of the .mox format, with the pixel types of OpenGL ES 1, 2 or 3 (1, 2, 3), OpenGL (4), or DirectX 11 "
+                  "at level 9_3, 10_1 or 11_1 (5, 6, 7)")
+        ->group(strSaving);
+    addFlag(verb, "--as-stored", pWords->conversion.bAsStored,
+            "Take layouts from and to .dds and .ktx files as they stand, where otherwise they are put right so that colours are the same "
+            "in other programs")
+        ->group(strSaving);
 
     const std::string strMany = "Many files";
     refuseOptions(verb,
