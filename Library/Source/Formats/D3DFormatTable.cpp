@@ -164,7 +164,7 @@ uint32_t findD3DNumber(const D3DPixelFormat& format)
     const D3DFormatRow* pRow = findRow(
         [&](const D3DFormatRow& row)
         {
-            return row.ui32Flags == ui32Kind && countBits(row.pixelFormat) == format.ui32BitCount &&
+            return mayBeRead(row.eUse) && row.ui32Flags == ui32Kind && countBits(row.pixelFormat) == format.ui32BitCount &&
                    fitsAlphaFlag(row.eAlphaFlag, bAlpha) && fitsMasks(row, format.aui32Masks);
         });
     return pRow != nullptr ? pRow->ui32Number : 0;

@@ -64,6 +64,7 @@ TEST(HostileDdsFile, CutAtEveryLengthItGivesNoTextureOrOneWithZerosForWhatIsMiss
 {
     cutEverywhere(CDdsFileBuilder().size(3, 2), 128, CSeededRandom(1).bytes(24));
     cutEverywhere(CDdsFileBuilder().size(2, 3).extended(28), 148, CSeededRandom(2).bytes(24));
+    cutEverywhere(CDdsFileBuilder().size(4, 8).fourCC(0x31545844), 128, CSeededRandom(3).bytes(16));
 }
 
 TEST(HostileDdsFile, AGiantArrayIsRefused)
@@ -74,6 +75,24 @@ TEST(HostileDdsFile, AGiantArrayIsRefused)
         expectRefused(CDdsFileBuilder().extended(28, 3, 0, uiMembers));
         expectRefused(CDdsFileBuilder().extended(28, 3, 4, uiMembers));
     }
+    // 15 members of 8192 by 8192 pixels of four bytes: below 2^32 bytes, but not in a file of 164.
+    expectRefused(CDdsFileBuilder().size(8192, 8192).extended(28, 3, 0, 15));
+    // More than 2^32 bytes, but what is left in 32 bits is there: 16 bytes of 0x10000001 members, 24 bytes of 178956971 cubes.
+    expectRefused(CDdsFileBuilder().size(2, 2).extended(28, 3, 0, 0x10000001));
+    expectRefused(CDdsFileBuilder().extended(28, 3, 4, 178956971));
+}
+
+TEST(HostileDdsFile, AnArrayWithAllOfItsChainsAndFacesButNoBytesIsNotWalkedOver)
+{
+    // 60000 members of six faces and 32 levels of one byte: 11520000 bytes, which may be, in 11520000 surfaces, which may not.
+    expectRefused(CDdsFileBuilder().levels(32).extended(61, 3, 4, 60000));
+}
+
+TEST(HostileDdsFile, ZeroFacesCannotBeSaidAndAResourceDimensionOfZeroIsRefused)
+{
+    EXPECT_EQ(1u, loadAndCheck(CDdsFileBuilder().caps2(0).data(Bytes(4, 1)).bytes()).texture.getNumFaces());
+    for (const uint32_t uiDimension : {0u, 1u, 5u, k_uiHuge})
+        expectRefused(CDdsFileBuilder().extended(28, uiDimension));
 }
 
 #ifndef HALVANE_SANITISED
@@ -94,6 +113,13 @@ TEST(HostileDdsFile, HugeSizesAreRefused)
     expectRefused(CDdsFileBuilder().depth(k_uiHuge));
     expectRefused(CDdsFileBuilder().levels(k_uiHuge));
     expectRefused(CDdsFileBuilder().levels(33));
+    // Each side and sum that is 0 or small in 32 bits: 2^16 * 2^16 pixels, 2^32 bits, and 2^30 + 1 pixels of four bytes.
+    expectRefused(CDdsFileBuilder().size(0x10000, 0x10000));
+    expectRefused(CDdsFileBuilder().size(0x10000, 0x10000).extended(28));
+    expectRefused(CDdsFileBuilder().size(0x8000, 0x1000).depth(0x2000).extended(61, 4));
+    expectRefused(CDdsFileBuilder().size(0x80000000, 0x80000000).depth(4).extended(28, 4));
+    expectRefused(CDdsFileBuilder().size(1, 0x40000001).extended(28));
+    expectRefused(CDdsFileBuilder().size(k_uiHuge, 1).fourCC(0x31545844));
 }
 
 TEST(HostileDdsFile, SidesOfZeroCountAsOne)

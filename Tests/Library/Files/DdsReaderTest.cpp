@@ -1,5 +1,9 @@
 #include "Files/DdsReader.h"
 
+#include <cstdio>
+
+#include <unistd.h>
+
 #include <gtest/gtest.h>
 
 #include "Support/DdsLoading.h"
@@ -93,6 +97,29 @@ TEST(DdsReader, AVolumeWithItsChain)
     EXPECT_EQ(1u, load.texture.getDepth(1));
     EXPECT_EQ(layout("l", 8), load.texture.getPixelFormat());
     EXPECT_EQ(data, dataOf(load.texture)) << "with one surface the order is that of memory";
+}
+
+TEST(DdsReader, AChainDeeperThanTheSizeAllowsGoesOnAtOnePixel)
+{
+    // 2 by 1, then three times 1 by 1, of one byte.
+    const DdsLoad load = loadDds(CDdsFileBuilder().size(2, 1).levels(4).masks(0x20000, 8, 0xFF).data({1, 2, 3, 4, 5}));
+    EXPECT_TRUE(load.bGood);
+    EXPECT_EQ((Bytes{1, 2}), surfaceOf(load.texture, 0, 0, 0));
+    EXPECT_EQ((Bytes{3}), surfaceOf(load.texture, 1, 0, 0));
+    EXPECT_EQ((Bytes{4}), surfaceOf(load.texture, 2, 0, 0));
+    EXPECT_EQ((Bytes{5}), surfaceOf(load.texture, 3, 0, 0));
+}
+
+TEST(DdsReader, AnArrayOfVolumes)
+{
+    // Two members of 2 by 1 by 2 pixels, each with its level of one pixel.
+    const DdsLoad load =
+        loadDds(CDdsFileBuilder().size(2, 1).depth(2).levels(2).extended(61, 4, 0, 2).data({0, 1, 2, 3, 4, 10, 11, 12, 13, 14}));
+    EXPECT_TRUE(load.bGood);
+    EXPECT_EQ((Bytes{0, 1, 2, 3}), surfaceOf(load.texture, 0, 0, 0));
+    EXPECT_EQ((Bytes{4}), surfaceOf(load.texture, 1, 0, 0));
+    EXPECT_EQ((Bytes{10, 11, 12, 13}), surfaceOf(load.texture, 0, 1, 0));
+    EXPECT_EQ((Bytes{14}), surfaceOf(load.texture, 1, 1, 0));
 }
 
 TEST(DdsReader, AnyOfTheCubeCapsMakesSixFaces)
@@ -253,6 +280,17 @@ TEST(DdsReader, AShortfallOfDataReadsFalseButTheTextureHoldsWhatArrived)
     EXPECT_EQ((Bytes{1, 2, 3, 4, 5, 0, 0, 0}), dataOf(load.texture));
 }
 
+TEST(DdsReader, AShortfallInACubeWithChainsLeavesTheSurfacesThatArrived)
+{
+    // 2 by 1, then 1 by 1, of one byte: three bytes a face. The fourth face has its first pixel alone.
+    const DdsLoad load =
+        loadDds(CDdsFileBuilder().size(2, 1).levels(2).caps2(0xFE00).masks(0x20000, 8, 0xFF).data({1, 2, 3, 4, 5, 6, 7, 8, 9, 10}));
+    EXPECT_FALSE(load.bGood);
+    EXPECT_EQ(6u, load.texture.getNumFaces());
+    // In memory the level is outermost.
+    EXPECT_EQ((Bytes{1, 2, 4, 5, 7, 8, 10, 0, 0, 0, 0, 0, 3, 6, 9, 0, 0, 0}), dataOf(load.texture));
+}
+
 TEST(DdsReader, WhatFollowsTheDataDoesNotMatter)
 {
     const DdsLoad load = loadDds(CDdsFileBuilder().data({1, 2, 3, 4, 5, 6, 7}));
@@ -265,4 +303,26 @@ TEST(DdsReader, ALevelCountOfZeroHasNoData)
     const DdsLoad load = loadDds(CDdsFileBuilder().levels(0).data({1, 2, 3, 4}));
     EXPECT_FALSE(load.bGood);
     EXPECT_EQ(0u, load.texture.getDataSize());
+}
+
+TEST(DdsReader, ALevelCountOfZeroWithoutItsFlagIsOneLevel)
+{
+    const DdsLoad load = loadDds(CDdsFileBuilder().word(28, 0).data({1, 2, 3, 4}));
+    EXPECT_TRUE(load.bGood);
+    EXPECT_EQ(1u, load.texture.getNumMIPLevels());
+}
+
+TEST(DdsReader, AFileThatCannotBeSoughtInFails)
+{
+    const Bytes bytes = CDdsFileBuilder().data({1, 2, 3, 4}).bytes();
+    int aiEnds[2];
+    ASSERT_EQ(0, ::pipe(aiEnds));
+    ASSERT_EQ(static_cast<ssize_t>(bytes.size()), ::write(aiEnds[1], bytes.data(), bytes.size()));
+    ::close(aiEnds[1]);
+    std::FILE* pFile = ::fdopen(aiEnds[0], "rb");
+    ASSERT_NE(nullptr, pFile);
+    CMOXTexture texture;
+    EXPECT_FALSE(readDds(pFile, texture));
+    EXPECT_EQ(0u, texture.getDataSize());
+    std::fclose(pFile);
 }
