@@ -20,8 +20,10 @@ namespace moxtexture
 /// @return -1 where the API has no type for it, or is none of these
 ///
 /// On purpose: APIs 1 to 5 do not ask for colour space and pre-multiplication, and no API asks a numbered format for its channel type,
-/// but 6 for the BC formats. What is read back then carries the type's own. A few layouts share a type with another that reading
-/// gives: "i" and "ai" with "l" and "la", "rg" of floats with "gr".
+/// but 6 for the BC formats, which it has with types 8 and 9 only. What is read back then carries the type's own.
+/// A few share a type with another that reading gives: "i" and "ai" with "l" and "la", the MOXTC formats without alpha with those that
+/// have it, "rg" of floats with "gr", signed "abgr" 2 10 10 10 with unsigned "argb". APIs 3 and 5 write the unsigned normalised types
+/// of every size alike.
 [[nodiscard]] int32_t formatToLegacyType(const PixelEncoding& encoding, uint32_t ui32Api);
 
 } // namespace moxtexture

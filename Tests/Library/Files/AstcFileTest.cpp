@@ -35,6 +35,59 @@ constexpr Footprint k_aFootprints[] = {
     {4, 4, 3, 43},  {4, 4, 4, 44},  {5, 4, 4, 45},  {5, 5, 4, 46},   {5, 5, 5, 47},   {6, 5, 5, 48},   {6, 6, 5, 49}, {6, 6, 6, 50},
 };
 
+/// The format number of a block size, by the rules for its three numbers one after the other; 51 for none.
+uint32_t formatByRules(uint32_t x, uint32_t y, uint32_t z)
+{
+    const uint32_t uiXYZ = 10000 * x + 100 * y + z;
+    if (x < 3 || x > 12 || y < 3 || y > 12 || (z != 1 && (z < 3 || z > 12)))
+        return 51;
+    if (z == 1)
+    {
+        switch (x)
+        {
+        case 4:
+            return y == 4 ? 27 : 51;
+        case 5:
+            return y == 4 ? 28 : y == 5 ? 29 : 51;
+        case 6:
+            return y == 5 ? 30 : y == 6 ? 31 : 51;
+        case 8:
+            return y == 5 ? 32 : y == 6 ? 33 : y == 8 ? 34 : 51;
+        case 10:
+            return y == 5 ? 35 : y == 6 ? 36 : y == 8 ? 37 : y == 10 ? 38 : 51;
+        case 12:
+            return y == 10 ? 39 : y == 12 ? 40 : 51;
+        default:
+            return 51;
+        }
+    }
+    switch (uiXYZ)
+    {
+    case 30303:
+        return 41;
+    case 40303:
+        return 42;
+    case 40403:
+        return 43;
+    case 40404:
+        return 44;
+    case 50404:
+        return 45;
+    case 50504:
+        return 46;
+    case 50505:
+        return 47;
+    case 60505:
+        return 48;
+    case 60605:
+        return 49;
+    case 60606:
+        return 50;
+    default:
+        return 51;
+    }
+}
+
 Bytes fileOf(const Footprint& block, uint32_t uiWidth, uint32_t uiHeight, uint32_t uiDepth, const Bytes& data = {})
 {
     Bytes bytes = {0x13, 0xAB, 0xA1, 0x5C, block.uiX, block.uiY, block.uiZ};
@@ -79,22 +132,54 @@ TEST(AstcReader, AFileOfOneBlockGivesTheBlockAndOtherwiseADefaultHeader)
 
 TEST(AstcReader, EveryBlockSizeOfAByteEachIsAFormatOrRefused)
 {
-    for (uint32_t x = 0; x <= 16; ++x)
+    uint32_t uiKnownCount = 0;
+    for (uint32_t x = 0; x <= 17; ++x)
     {
-        for (uint32_t y = 0; y <= 16; ++y)
+        for (uint32_t y = 0; y <= 17; ++y)
         {
-            for (uint32_t z = 0; z <= 16; ++z)
+            for (uint32_t z = 0; z <= 17; ++z)
             {
-                const auto isIt = [&](const Footprint& row) { return row.uiX == x && row.uiY == y && row.uiZ == z; };
-                const auto* pRow = std::find_if(std::begin(k_aFootprints), std::end(k_aFootprints), isIt);
-                const bool bKnown = pRow != std::end(k_aFootprints);
+                const uint32_t uiFormat = formatByRules(x, y, z);
+                uiKnownCount += uiFormat != 51;
                 const NativeLoad load =
                     loadASTC(fileOf({static_cast<uint8_t>(x), static_cast<uint8_t>(y), static_cast<uint8_t>(z), 0}, 1, 1, 1, Bytes(16, 9)));
-                EXPECT_EQ(bKnown, load.bGood) << x << " by " << y << " by " << z;
-                EXPECT_EQ(bKnown ? pRow->uiFormat : 51u, load.texture.getPixelFormat().getWord());
-                EXPECT_EQ(bKnown ? 16u : 0u, load.texture.getDataSize());
+                EXPECT_EQ(uiFormat != 51, load.bGood) << x << " by " << y << " by " << z;
+                EXPECT_EQ(uiFormat, load.texture.getPixelFormat().getWord()) << x << " by " << y << " by " << z;
+                EXPECT_EQ(uiFormat != 51 ? 16u : 0u, load.texture.getDataSize());
             }
         }
+    }
+    EXPECT_EQ(24u, uiKnownCount);
+}
+
+TEST(AstcReader, BlockSizesOfTheUpperHalfOfAByteAreRefused)
+{
+    // Each equals a known size in its lower bits.
+    for (const Footprint& block : k_aFootprints)
+    {
+        for (const uint32_t uiBit : {0x10u, 0x20u, 0x40u, 0x80u})
+        {
+            for (size_t uiByte = 4; uiByte < 7; ++uiByte)
+            {
+                Bytes bytes = fileOf(block, 1, 1, 1, Bytes(16, 9));
+                bytes[uiByte] = static_cast<uint8_t>(bytes[uiByte] | uiBit);
+                EXPECT_FALSE(loadASTC(bytes).bGood) << block.uiFormat;
+            }
+        }
+    }
+}
+
+TEST(AstcReader, EveryFormatHasTheBlockSizesOfItsNumber)
+{
+    for (const Footprint& block : k_aFootprints)
+    {
+        EXPECT_EQ(block.uiFormat, formatByRules(block.uiX, block.uiY, block.uiZ));
+        // One pixel more than a block on each side: two blocks on each, also where they are flat.
+        const Bytes data = CSeededRandom(block.uiFormat).bytes(8 * 16);
+        const NativeLoad load = loadASTC(fileOf(block, block.uiX + 1u, block.uiY + 1u, block.uiZ + 1u, data));
+        EXPECT_TRUE(load.bGood);
+        EXPECT_EQ(block.uiFormat, load.texture.getPixelFormat().getWord());
+        EXPECT_EQ(data, dataOf(load.texture));
     }
 }
 
@@ -190,6 +275,46 @@ TEST(AstcReader, SizesOfAllOnesAreRefusedWithoutTakingMemory)
         EXPECT_EQ(0u, load.texture.getDataSize());
         EXPECT_LT(getLargestRequest(), 4096u);
     }
+}
+
+TEST(AstcReader, SizesThatComeOutSmallIn32BitsAreRefused)
+{
+    // 0x100000 by 0x10 by 0x10 blocks of 16 bytes, with slices of 4 by 4 pixels: 2^32.
+    const NativeLoad load = loadASTC(fileOf({4, 4, 1, 0}, 0x400000, 0x40, 0x10, Bytes(64, 1)));
+    EXPECT_FALSE(load.bGood);
+    EXPECT_EQ(0u, load.texture.getDataSize());
+}
+
+TEST(AstcReader, SidesOfZeroCountAsOnePixel)
+{
+    const NativeLoad load = loadASTC(fileOf({4, 4, 1, 0}, 0, 0, 0, Bytes(16, 3)));
+    EXPECT_TRUE(load.bGood);
+    EXPECT_EQ(1u, load.texture.getWidth());
+    EXPECT_EQ(1u, load.texture.getHeight());
+    EXPECT_EQ(1u, load.texture.getDepth());
+    EXPECT_EQ(Bytes(16, 3), dataOf(load.texture));
+}
+
+TEST(AstcReader, WhatStandsBehindTheDataIsLeftAlone)
+{
+    const NativeLoad load = loadASTC(fileOf({4, 4, 1, 0}, 4, 4, 1, Bytes(40, 3)));
+    EXPECT_TRUE(load.bGood);
+    EXPECT_EQ(Bytes(16, 3), dataOf(load.texture));
+}
+
+TEST(AstcReader, ThroughThePathOfATextureTheExtensionDecides)
+{
+    const CTemporaryFolder folder;
+    const Bytes bytes = fileOf({6, 6, 1, 0}, 7, 6, 1, CSeededRandom(8).bytes(32));
+    for (const char* strName : {"a.astc", "b.ASTC", "c.mox.Astc"})
+    {
+        const CMOXTexture texture(folder.write(strName, bytes));
+        EXPECT_EQ(MOXPixelWord(ePF_ASTC_6x6), texture.getPixelFormat()) << strName;
+        EXPECT_EQ(32u, texture.getDataSize()) << strName;
+    }
+    for (const char* strName : {"a.mox", "a.ast", "a.astcx", "astc"})
+        EXPECT_EQ(0u, CMOXTexture(folder.write(strName, bytes)).getDataSize()) << strName;
+    EXPECT_EQ(0u, CMOXTexture(folder.write("cut.astc", Bytes(bytes.begin(), bytes.begin() + 15))).getDataSize());
 }
 
 TEST(AstcReader, AnyByteChangedGivesATextureOrNone)

@@ -1,10 +1,12 @@
 #include "Files/CHeaderFile.h"
 
+#include <cstdio>
 #include <string>
 
 #include <gtest/gtest.h>
 
 #include "Files/NativeFile.h"
+#include "Files/SaveTexture.h"
 #include "Support/FileSizeLimit.h"
 #include "Support/NativeLoading.h"
 #include "Support/RunProgram.h"
@@ -40,6 +42,15 @@ size_t countOf(const std::string& strText, const std::string& strPart)
     for (size_t i = strText.find(strPart); i != std::string::npos; i = strText.find(strPart, i + 1))
         ++uiCount;
     return uiCount;
+}
+
+/// The bytes that the array's text stands for.
+Bytes bytesOf(const std::string& strText)
+{
+    Bytes bytes;
+    for (size_t i = strText.find("0x"); i != std::string::npos; i = strText.find("0x", i + 5))
+        bytes.push_back(static_cast<uint8_t>(std::stoul(strText.substr(i + 2, 2), nullptr, 16)));
+    return bytes;
 }
 
 } // namespace
@@ -90,11 +101,101 @@ TEST(CHeader, APixelWithMetaDataLetterByLetter)
               exported(texture));
 }
 
+TEST(CHeader, TwoPixelsWithAMIPLevelAndWithoutMetaDataLetterByLetter)
+{
+    const uint8_t aui8Data[] = {0, 9, 10, 127, 128, 0xFE, 0xFF, 0x5A, 0xA5, 16, 17, 15};
+    const CMOXTexture texture(CMOXTextureHeader(layout("rg", 16, 16), 1, 2, 1, 2, 1, 1, eCS_Linear, eCT_SignedFloatingPoint, false),
+                              aui8Data);
+    EXPECT_EQ("/********************************************************** \n"
+              " * HalvaneLib\n"
+              " **********************************************************/\n"
+              "\n"
+              "#ifndef A8BIT \n"
+              " #define A8BIT static const unsigned char\n"
+              "#endif\n"
+              "\n"
+              "A8BIT two[] = {\n"
+              "\n"
+              "/* Header */\n"
+              "0x4d,0x4f,0x58,0x03,\n" // version
+              "0x00,0x00,0x00,0x00,\n" // flags
+              "0x72,0x67,0x00,0x00,\n" // letters
+              "0x10,0x10,0x00,0x00,\n" // bits
+              "0x00,0x00,0x00,0x00,\n" // space
+              "0x0c,0x00,0x00,0x00,\n" // type
+              "0x01,0x00,0x00,0x00,\n" // height
+              "0x02,0x00,0x00,0x00,\n" // width
+              "0x01,0x00,0x00,0x00,\n" // depth
+              "0x01,0x00,0x00,0x00,\n" // members
+              "0x01,0x00,0x00,0x00,\n" // faces
+              "0x02,0x00,0x00,0x00,\n" // levels
+              "0x00,0x00,0x00,0x00,\n" // metadata
+              "\n"
+              "/* Data */\n"
+              "0x00,0x09,0x0a,0x7f,0x80,0xfe,0xff,0x5a,0xa5,0x10,0x11,0x0f,};\n",
+              exported(texture, "two.h"));
+}
+
+TEST(CHeader, EveryByteHasItsOwnText)
+{
+    Bytes all;
+    std::string strExpected;
+    for (uint32_t i = 0; i < 256; ++i)
+    {
+        all.push_back(static_cast<uint8_t>(i));
+        char acText[8];
+        std::snprintf(acText, sizeof(acText), "0x%02x,", i);
+        strExpected += acText;
+        if ((i & 31) == 31)
+            strExpected += '\n';
+    }
+    const CMOXTextureHeader header(layout("r", 8), 1, 256, 1, 1, 1, 1, eCS_Linear, eCT_UnsignedNormalisedByte, false);
+    const std::string strText = exported(CMOXTexture(header, all.data()));
+    EXPECT_EQ(strExpected + "};\n", strText.substr(strText.find("/* Data */\n") + 11));
+}
+
+TEST(CHeader, ItsBytesAreTheNativeFilesAndLoadAsSuch)
+{
+    CMOXTexture cubes(CMOXTextureHeader(ePF_ETC1, 13, 9, 1, 4, 2, 6, eCS_sRGB, eCT_UnsignedNormalisedByte, true),
+                      CSeededRandom(3).bytes(8000).data());
+    cubes.setOrientation(6);
+    cubes.addMetaData(MetaDataBlock(k_uiFont, 1, "one", 3));
+    cubes.addMetaData(MetaDataBlock(k_uiFont, 2, "fourth", 6));
+    cubes.addPaddingMetaData(64);
+    const CMOXTexture volume(CMOXTextureHeader(k_RGBA16, 3, 2, 5, 2, 1, 1, eCS_Linear, eCT_UnsignedNormalisedShort, false),
+                             CSeededRandom(4).bytes(3 * 2 * 5 * 8 + 1 * 1 * 2 * 8).data());
+    const CTemporaryFolder folder;
+    for (const CMOXTexture& texture : {cubes, volume, textureOf(ePF_1bpp, 17, 3), textureOf(k_RGBA8, 1, 1)})
+    {
+        ASSERT_TRUE(writeNative(texture, folder.path("a.mox")));
+        const Bytes bytes = bytesOf(exported(texture));
+        EXPECT_EQ(readBytes(folder.path("a.mox")), bytes);
+        const NativeLoad load = loadNative(bytes);
+        EXPECT_EQ(texture.getEncoding(), load.texture.getEncoding());
+        EXPECT_EQ(dataOf(texture), dataOf(load.texture));
+    }
+}
+
+TEST(CHeader, AMetaDataSizeThatIsNotTheBlocksGoesOutAsInTheNativeFile)
+{
+    CMOXTexture texture = textureOf(k_RGBA8, 1, 1);
+    texture.addMetaData(MetaDataBlock(k_uiFont, 1, "one", 3));
+    texture.addMetaData(MetaDataBlock(k_uiFont, 1, "fourth", 6)); // the first, which is gone, still counts
+    const CTemporaryFolder folder;
+    ASSERT_TRUE(writeNative(texture, folder.path("a.mox")));
+    const Bytes bytes = bytesOf(exported(texture));
+    EXPECT_EQ(readBytes(folder.path("a.mox")), bytes);
+    EXPECT_EQ(52u + 18 + 4, bytes.size());
+    EXPECT_EQ(15u + 18, bytes.at(48));
+
+    // No size, no section, whatever there is.
+    texture.setMetaDataSize(0);
+    EXPECT_EQ(52u + 4, bytesOf(exported(texture)).size());
+}
+
 TEST(CHeader, WithoutMetaDataThereIsNoSectionForIt)
 {
-    const std::string strText = exported(textureOf(k_RGBA8, 1, 1));
-    EXPECT_EQ(std::string::npos, strText.find("Meta Data"));
-    EXPECT_NE(std::string::npos, strText.find("0x00,0x00,0x00,0x00,\n\n/* Data */\n"));
+    EXPECT_EQ(std::string::npos, exported(textureOf(k_RGBA8, 1, 1)).find("Meta Data"));
 }
 
 TEST(CHeader, ALineOfDataHas32Bytes)
@@ -140,7 +241,11 @@ TEST(CHeader, TheArrayIsCalledAsTheFileIsUpToItsFirstDot)
     EXPECT_EQ("my", getCArrayName("one/two\\my.h"));
     EXPECT_EQ("a", getCArrayName("a.h"));
     EXPECT_EQ("a", getCArrayName("a"));
+    EXPECT_EQ("a", getCArrayName("a...h"));
+    EXPECT_EQ("7-up (1)", getCArrayName("7-up (1).h")); // no name that a compiler would take
     EXPECT_EQ("", getCArrayName("folder/"));
+    EXPECT_EQ("", getCArrayName("folder\\"));
+    EXPECT_EQ("", getCArrayName("folder/.hidden.h"));
     EXPECT_EQ("", getCArrayName(".h"));
     EXPECT_EQ("", getCArrayName(""));
     EXPECT_NE(std::string::npos, exported(textureOf(k_RGBA8, 1, 1), "my.big.tex.h").find("A8BIT my[] = {\n"));
@@ -187,6 +292,17 @@ TEST(CHeader, ALongTextIsWholeAcrossItsWrites)
     const uint8_t* pData = texture.getDataPtr();
     for (size_t i = 0; i < 400000; ++i)
         ASSERT_EQ(pData[i], std::stoi(strText.substr(uiStart + i * 5 + i / 32, 4), nullptr, 16)) << i;
+}
+
+TEST(CHeader, SavingByTheExtensionHWritesIt)
+{
+    const CMOXTexture texture = textureOf(k_RGBA8, 3, 3);
+    const CTemporaryFolder folder;
+    ASSERT_TRUE(saveTexture(texture, folder.path("a.h")));
+    ASSERT_TRUE(saveTexture(texture, folder.path("b.H")));
+    EXPECT_EQ(2u, folder.count());
+    EXPECT_EQ(exported(texture), readText(folder.path("a.h")));
+    EXPECT_EQ(exported(texture, "b.h"), readText(folder.path("b.H")));
 }
 
 TEST(CHeader, WhatCannotBeWrittenFailsAndNoFileRemains)
