@@ -4,6 +4,7 @@
 #include "Codecs/Packed/PackedYUV.h"
 #include "Codecs/Packed/PairFormats.h"
 #include "Codecs/Packed/SharedExponent.h"
+#include "Conversion/Transcode.h"
 #include "Support/SeededPictures.h"
 
 namespace
@@ -62,6 +63,26 @@ void encodeFloats(benchmark::State& state, PlainEntry entry)
             [&](const uint8_t* pSource, uint8_t* pTarget, uint32_t uiSideToo) { return entry(pSource, pTarget, uiSideToo, uiSideToo); });
 }
 
+/// The whole road between 8-bit RGBA and a packed format, with its copies.
+void transcode(benchmark::State& state, EMOXTPixelFormat eFormat, bool bUnpack)
+{
+    const auto uiSide = static_cast<uint32_t>(state.range(0));
+    const CMOXTextureHeader header(k_RGBA8, uiSide, uiSide, 1, 1, 1, 1, eCS_Linear, eCT_UnsignedNormalisedByte, false);
+    CMOXTexture source(header, makeSource(state).data());
+    if (bUnpack && !Transcode(source, eFormat, eCT_UnsignedNormalisedByte, eCS_Linear, 0, false))
+        state.SkipWithError("not packed");
+    for (auto _ : state)
+    {
+        state.PauseTiming();
+        CMOXTexture texture = source;
+        state.ResumeTiming();
+        if (!Transcode(texture, bUnpack ? k_RGBA8 : MOXPixelWord(eFormat), eCT_UnsignedNormalisedByte, eCS_Linear, 0, false))
+            state.SkipWithError("nothing was converted");
+        benchmark::ClobberMemory();
+    }
+    state.counters["MP/s"] = benchmark::Counter(static_cast<double>(uiSide) * uiSide * 1e-6, benchmark::Counter::kIsIterationInvariantRate);
+}
+
 } // namespace
 
 BENCHMARK_CAPTURE(convertFormat, YUV_encode_reference, encodePackedYUVReference, ePF_UYVY)->Arg(512)->Arg(2048);
@@ -80,3 +101,11 @@ BENCHMARK_CAPTURE(encodeFloats, SharedExponent_encode_reference, encodeSharedExp
 BENCHMARK_CAPTURE(encodeFloats, SharedExponent_encode_fast, encodeSharedExponent)->Arg(512)->Arg(2048);
 BENCHMARK_CAPTURE(convertPlain, SharedExponent_decode_reference, decodeSharedExponentReference)->Arg(512)->Arg(2048);
 BENCHMARK_CAPTURE(convertPlain, SharedExponent_decode_fast, decodeSharedExponent)->Arg(512)->Arg(2048);
+BENCHMARK_CAPTURE(transcode, YUV_pack, ePF_UYVY, false)->Arg(2048)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(transcode, YUV_unpack, ePF_UYVY, true)->Arg(2048)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(transcode, Pairs_pack, ePF_2_Planar_GRGB_8_8_8_8, false)->Arg(2048)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(transcode, Pairs_unpack, ePF_2_Planar_GRGB_8_8_8_8, true)->Arg(2048)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(transcode, OneBit_pack, ePF_1bpp, false)->Arg(2048)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(transcode, OneBit_unpack, ePF_1bpp, true)->Arg(2048)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(transcode, SharedExponent_pack, ePF_Shared_Exponent_RGB999_E5, false)->Arg(2048)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(transcode, SharedExponent_unpack, ePF_Shared_Exponent_RGB999_E5, true)->Arg(2048)->Unit(benchmark::kMillisecond);
