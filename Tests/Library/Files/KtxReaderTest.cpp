@@ -106,6 +106,37 @@ TEST(KtxReader, NoLevelsGiveATextureWithoutLevelsAndReadNoData)
     EXPECT_EQ(0u, load.texture.getBlockSize());
 }
 
+TEST(KtxReader, NoLevelsKeepTheKeysAndTheFaces)
+{
+    const KtxLoad load = loadKtx(CKtxFileBuilder().size(4, 4).faces(6).levels(0).withKey("KTXorientation", "S=l,T=d").level(64, run(64)));
+    EXPECT_TRUE(load.bGood);
+    EXPECT_EQ(6u, load.texture.getNumFaces());
+    EXPECT_EQ((Bytes{1, 0, 0}), orientationOf(load.texture));
+    EXPECT_EQ(0u, load.texture.getBlockSize());
+}
+
+TEST(KtxReader, NumbersOfOtherWritersAreRead)
+{
+    for (const uint32_t uiInternal : {33777u, 35916u, 35917u, 35918u, 35919u})
+    {
+        SCOPED_TRACE(uiInternal);
+        const bool bBC1 = uiInternal < 35918;
+        const Bytes data = run(bBC1 ? 8 : 16);
+        const KtxLoad load = loadKtx(CKtxFileBuilder().format(uiInternal).size(4, 4).level(static_cast<uint32_t>(data.size()), data));
+        EXPECT_TRUE(load.bGood);
+        EXPECT_EQ(MOXPixelWord(bBC1 ? ePF_BC1 : uiInternal == 35918 ? ePF_BC2 : ePF_BC3), load.texture.getPixelFormat());
+        EXPECT_EQ(uiInternal == 33777 ? eCS_Linear : eCS_sRGB, load.texture.getColourSpace());
+        EXPECT_EQ(data, dataOf(load.texture));
+    }
+}
+
+TEST(KtxReader, BytesBehindTheLastLevelAreNotMissed)
+{
+    const KtxLoad load = loadKtx(CKtxFileBuilder().format(k_uiR8).size(3, 1).level(4, {1, 2, 3, 99, 98, 97, 96, 95}));
+    EXPECT_TRUE(load.bGood);
+    EXPECT_EQ(run(3), dataOf(load.texture));
+}
+
 TEST(KtxReader, AllEightOrientationsGiveTheirBytes)
 {
     for (uint8_t ui8Mask = 0; ui8Mask < 8; ++ui8Mask)
@@ -317,6 +348,58 @@ TEST(KtxReader, AnArrayOf3DPicturesIsReadMemberByMember)
     EXPECT_EQ(2u, load.texture.getDepth());
     EXPECT_EQ(run(12), dataOf(load.texture));
     EXPECT_EQ(7, load.texture.getDataPtr(0, 1, 0)[0]);
+}
+
+TEST(KtxReader, SlicesOf3DPicturesFollowEachOtherWithAndWithoutRowPadding)
+{
+    // 3 by 2 by 2 bytes and 1 by 1 by 1: four rows of 3 and 1, then one of 1 and 3.
+    const auto builder = [] { return CKtxFileBuilder().format(k_uiR8).size(3, 2, 2).levels(2); };
+    const KtxLoad padded = loadKtx(builder().level(16, {1, 2, 3, 99, 4, 5, 6, 99, 7, 8, 9, 99, 10, 11, 12, 99}).level(4, {13, 99, 99, 99}));
+    EXPECT_TRUE(padded.bGood);
+    EXPECT_EQ(run(13), dataOf(padded.texture));
+    // 12 bytes end at a multiple of 4; the last level is as long as its only pixel.
+    const KtxLoad tight = loadKtx(builder().level(12, run(12)).level(1, {13, 99, 99, 99}));
+    EXPECT_TRUE(tight.bGood);
+    EXPECT_EQ(run(13), dataOf(tight.texture));
+}
+
+TEST(KtxReader, EachLevelTellsForItselfWhetherItsRowsArePadded)
+{
+    // 6 by 2 bytes as they are, then 3 by 1 padded.
+    const KtxLoad load = loadKtx(CKtxFileBuilder().format(k_uiR8).size(6, 2).levels(2).level(12, run(12)).level(4, {13, 14, 15, 99}));
+    EXPECT_TRUE(load.bGood);
+    EXPECT_EQ(run(15), dataOf(load.texture));
+}
+
+TEST(KtxReader, ACubeOfTwoSlicesIsPaddedBehindEachFace)
+{
+    // 1 by 1 by 2 bytes, tight: 2 bytes a face and 2 of padding.
+    Bytes data;
+    for (uint8_t i = 0; i < 6; ++i)
+        data.insert(data.end(), {static_cast<uint8_t>(2 * i + 1), static_cast<uint8_t>(2 * i + 2), 0xEE, 0xEE});
+    const KtxLoad load = loadKtx(CKtxFileBuilder().format(k_uiR8).size(1, 1, 2).faces(6).level(2, data));
+    EXPECT_TRUE(load.bGood);
+    EXPECT_EQ(run(12), dataOf(load.texture));
+}
+
+TEST(KtxReader, FacesOtherThanSixHaveTheSizeOfTheLevel)
+{
+    // Five faces of 2 bytes, then of 1, as they are: 10 bytes and 2 to the next level, then 5.
+    const KtxLoad load = loadKtx(CKtxFileBuilder()
+                                     .format(k_uiR8)
+                                     .size(2, 1)
+                                     .faces(5)
+                                     .levels(2)
+                                     .level(10,
+                                            []
+                                            {
+                                                Bytes b = run(10);
+                                                b.resize(12);
+                                                return b;
+                                            }())
+                                     .level(5, {11, 12, 13, 14, 15}));
+    EXPECT_TRUE(load.bGood);
+    EXPECT_EQ(run(15), dataOf(load.texture));
 }
 
 TEST(KtxReader, AChainOfLevelsIsReadDownToOnePixel)

@@ -103,6 +103,36 @@ TEST(KtxWriter, AWholeFileByHand)
     EXPECT_EQ(expected, saveKtx(texture));
 }
 
+TEST(KtxWriter, EveryKindOfPixelHasItsFiveNumbersInTheHeader)
+{
+    struct Expected
+    {
+        MOXPixelWord format;
+        uint32_t uiChannelType;
+        std::vector<uint32_t> numbers; ///< as they stand from byte 16 on
+    };
+    const Expected aExpected[] = {
+        {layout("rgb", 5, 6, 5), 4, {33635, 2, 6407, 36194, 6407}},
+        {layout("rgba", 4, 4, 4, 4), 4, {32819, 2, 6408, 32854, 6408}},
+        {layout("rgba", 5, 5, 5, 1), 4, {32820, 2, 6408, 32855, 6408}},
+        {layout("rgb", 3, 3, 2), 0, {32818, 1, 6407, 10768, 6407}},
+        {layout("abgr", 2, 10, 10, 10), 8, {33640, 4, 6408, 32857, 6408}},
+        {layout("bgr", 10, 11, 11), 13, {35899, 4, 6407, 35898, 6407}},
+        {ePF_Shared_Exponent_RGB999_E5, 13, {35902, 4, 6407, 35901, 6407}},
+        {k_RGBA32, 12, {5126, 4, 6408, 34836, 6408}},
+        {k_RGBA16, 12, {5131, 2, 6408, 34842, 6408}},
+        {k_RGBA16, 6, {5123, 2, 36249, 36214, 36249}},
+        {layout("r", 32), 11, {5124, 4, 36244, 33333, 36244}},
+        {ePF_ASTC_6x6, 0, {0, 1, 0, 37812, 6408}},
+    };
+    for (const Expected& expected : aExpected)
+    {
+        const Bytes file = saveKtx(makeTexture(expected.format, {2, 2}, static_cast<EMOXTChannelType>(expected.uiChannelType)));
+        for (size_t i = 0; i < 5; ++i)
+            EXPECT_EQ(expected.numbers[i], wordAt(file, 16 + 4 * i)) << expected.numbers[3];
+    }
+}
+
 TEST(KtxWriter, SizesAreWrittenAsTheyAreButForOnes)
 {
     const Bytes flat = saveKtx(makeTexture(k_RGBA8, {1, 1, 1}));
@@ -149,11 +179,34 @@ TEST(KtxWriter, AnArrayHasTheSizeOfTheLevel)
 
 TEST(KtxWriter, AnEncodingWithoutARowWritesZerosAndTheRestAllTheSame)
 {
-    const Bytes file = saveKtx(makeTexture(layout("argb", 8, 8, 8, 8), {2, 2}));
-    ASSERT_EQ(k_uiDataStart + 4 + 16, file.size());
-    for (size_t uiOffset = 16; uiOffset < 36; uiOffset += 4)
-        EXPECT_EQ(0u, wordAt(file, uiOffset)) << uiOffset;
-    EXPECT_EQ(2u, wordAt(file, 36));
+    // 2 by 2 pixels: 16 bytes, or one block of 8 or 16.
+    for (const MOXPixelWord format : {layout("argb", 8, 8, 8, 8), MOXPixelWord(ePF_BC4), MOXPixelWord(ePF_BC5), MOXPixelWord(ePF_UYVY)})
+    {
+        const CMOXTexture texture = makeTexture(format, {2, 2});
+        const Bytes file = saveKtx(texture);
+        ASSERT_EQ(k_uiDataStart + 4 + texture.getBlockSize(), file.size());
+        for (size_t uiOffset = 16; uiOffset < 36; uiOffset += 4)
+            EXPECT_EQ(0u, wordAt(file, uiOffset)) << uiOffset;
+        EXPECT_EQ(2u, wordAt(file, 36));
+        EXPECT_EQ(dataOf(texture), from(file, k_uiDataStart + 4));
+        EXPECT_FALSE(loadKtx(file).bGood);
+    }
+}
+
+TEST(KtxWriter, RowsOfEverySliceAndMemberArePadded)
+{
+    // 3 by 1 by 2 bytes in 2 members: four rows of 3 and 1; then 1 by 1 by 1 in 2: two of 1 and 3.
+    const Bytes expected = {16, 0, 0, 0, 1, 2, 3, 0, 4, 5, 6, 0, 7, 8, 9, 0, 10, 11, 12, 0, 8, 0, 0, 0, 13, 0, 0, 0, 14, 0, 0, 0};
+    EXPECT_EQ(expected, from(saveKtx(makeRun(layout("r", 8), {3, 1, 2, 2, 2})), k_uiDataStart));
+}
+
+TEST(KtxWriter, FacesAndLevelsWhoseSizeIsNotAMultipleOfFourArePadded)
+{
+    // One byte holds 8 pixels of 1 bit, in a format that has no rows: the padding is that of the face or of the level.
+    EXPECT_EQ((Bytes{1, 0, 0, 0, 1, 0, 0, 0, 2, 0, 0, 0, 3, 0, 0, 0, 4, 0, 0, 0, 5, 0, 0, 0, 6, 0, 0, 0}),
+              from(saveKtx(makeRun(ePF_1bpp, {8, 1, 1, 1, 1, 6})), k_uiDataStart));
+    EXPECT_EQ((Bytes{5, 0, 0, 0, 1, 2, 3, 4, 5, 0, 0, 0}), from(saveKtx(makeRun(ePF_1bpp, {8, 1, 1, 1, 5})), k_uiDataStart));
+    EXPECT_EQ((Bytes{6, 0, 0, 0, 1, 2, 3, 4, 5, 6, 0, 0}), from(saveKtx(makeRun(ePF_1bpp, {8, 1, 1, 1, 2, 3})), k_uiDataStart));
 }
 
 TEST(KtxWriter, PackedYuvIsWrittenAsBlocks)
@@ -233,6 +286,66 @@ TEST(KtxRoundTrip, EveryEncodingOfTheTableComesBackEqual)
                 break; // the type does not matter
         }
     }
+}
+
+TEST(KtxRoundTrip, WhatTheContainerHasNoNumberForComesBackAsWhatIsNearest)
+{
+    struct Expected
+    {
+        PixelEncoding written, read;
+    };
+    const EMOXTChannelType eByte = eCT_UnsignedNormalisedByte;
+    const Expected aExpected[] = {
+        // pre-multiplied blocks, under the number of the plain ones
+        {{ePF_DXT2, eByte, eCS_Linear, false}, {ePF_BC2, eByte, eCS_Linear, false}},
+        {{ePF_DXT4, eByte, eCS_Linear, false}, {ePF_BC3, eByte, eCS_Linear, false}},
+        // blocks whose sRGB is read and not written, or has no number
+        {{ePF_BC1, eByte, eCS_sRGB, false}, {ePF_BC1, eByte, eCS_Linear, false}},
+        {{ePF_BC2, eByte, eCS_sRGB, false}, {ePF_BC2, eByte, eCS_Linear, false}},
+        {{ePF_BC3, eByte, eCS_sRGB, false}, {ePF_BC3, eByte, eCS_Linear, false}},
+        {{ePF_ETC1, eByte, eCS_sRGB, false}, {ePF_ETC1, eByte, eCS_Linear, false}},
+        {{ePF_EAC_R11, eByte, eCS_sRGB, false}, {ePF_EAC_R11, eByte, eCS_Linear, false}},
+        // pixels whose sRGB has no number
+        {{layout("r", 8), eByte, eCS_sRGB, false}, {layout("r", 8), eByte, eCS_Linear, false}},
+        {{k_RGBA16, eCT_UnsignedNormalisedShort, eCS_sRGB, false}, {k_RGBA16, eCT_UnsignedNormalisedShort, eCS_Linear, false}},
+        // the type of blocks, but for the sign of the two formats that have it
+        {{ePF_BC1, eCT_UnsignedInteger, eCS_Linear, false}, {ePF_BC1, eByte, eCS_Linear, false}},
+        {{ePF_EAC_RG11, eCT_SignedNormalisedShort, eCS_Linear, false}, {ePF_EAC_RG11, eCT_SignedNormalisedByte, eCS_Linear, false}},
+        // the flag of pre-multiplied pixels
+        {{k_RGBA8, eByte, eCS_Linear, true}, {k_RGBA8, eByte, eCS_Linear, false}},
+    };
+    for (const Expected& expected : aExpected)
+    {
+        SCOPED_TRACE(expected.written.pixelFormat.getWord());
+        CMOXTexture texture =
+            makeTexture(expected.written.pixelFormat, {5, 3}, expected.written.eChannelType, expected.written.eColourSpace);
+        texture.setIsPreMultiplied(expected.written.bPreMultiplied);
+        const KtxLoad load = loadKtx(saveKtx(texture));
+        EXPECT_TRUE(load.bGood);
+        EXPECT_EQ(expected.read, load.texture.getEncoding());
+        EXPECT_EQ(dataOf(texture), dataOf(load.texture));
+    }
+}
+
+TEST(KtxRoundTrip, OfTheMetadataTheOrientationAloneComesBack)
+{
+    CMOXTexture texture = makeTexture(k_RGBA8, {2, 2});
+    texture.setBorder(1, 1, 0);
+    texture.setBumpMap(2.0f, "xyz");
+    const KtxLoad load = loadKtx(saveKtx(texture));
+    const auto* pBlocks = load.texture.getMetaData().find(CMOXTextureHeader::k_ui32NativeFourCC);
+    ASSERT_NE(nullptr, pBlocks);
+    EXPECT_EQ(1u, pBlocks->getCount());
+    EXPECT_NE(nullptr, pBlocks->find(eMetaDataOrientation)); // written also for a texture without it
+}
+
+TEST(KtxRoundTrip, AnOrientationOfTwoAxesKeepsItsLettersAndGetsTheThird)
+{
+    const KtxLoad load = loadKtx(CKtxFileBuilder().withKey("KTXorientation", "S=l,T=u").level(4, {1, 2, 3, 4}));
+    const Bytes file = saveKtx(load.texture);
+    ASSERT_LT(k_uiDataStart, file.size());
+    // Behind the header, the size of the record and the key.
+    EXPECT_EQ("S=l,T=u,R=i", std::string(file.begin() + 64 + 4 + 15, file.begin() + 64 + 4 + 15 + 11));
 }
 
 TEST(KtxRoundTrip, AllEightOrientationsKeepTheirLetters)

@@ -319,10 +319,15 @@ TEST(GLFormatTable, LuminanceAndAlphaAreWrittenWithTheirLetters)
     EXPECT_EQ((Numbers{5121, 1, 6406, 32828, 6406}), numbersOf(word("a", {8}), 0));
     EXPECT_EQ((Numbers{5121, 1, 6409, 32832, 6409}), numbersOf(word("l", {8}), 0));
     EXPECT_EQ((Numbers{5121, 1, 6410, 32837, 6410}), numbersOf(word("la", {8}), 0));
+    EXPECT_EQ((Numbers{5120, 1, 6406, 36884, 6406}), numbersOf(word("a", {8}), 1));
+    EXPECT_EQ((Numbers{5120, 1, 6409, 36885, 6409}), numbersOf(word("l", {8}), 1));
     EXPECT_EQ((Numbers{5120, 1, 6410, 36886, 6410}), numbersOf(word("la", {8}), 1));
+    EXPECT_EQ((Numbers{5131, 2, 6406, 34844, 6406}), numbersOf(word("a", {16}), 12));
+    EXPECT_EQ((Numbers{5131, 2, 6409, 34846, 6409}), numbersOf(word("l", {16}), 12));
     EXPECT_EQ((Numbers{5131, 2, 6410, 34847, 6410}), numbersOf(word("la", {16}), 12));
     EXPECT_EQ((Numbers{5126, 4, 6406, 34838, 6406}), numbersOf(word("a", {32}), 12));
     EXPECT_EQ((Numbers{5126, 4, 6409, 34840, 6409}), numbersOf(word("l", {32}), 12));
+    EXPECT_EQ((Numbers{5126, 4, 6410, 34841, 6410}), numbersOf(word("la", {32}), 12));
     // 16 bits of a byte type: the type tells.
     EXPECT_EQ((Numbers{5121, 1, 6406, 32830, 6406}), numbersOf(word("a", {16}), 0));
     EXPECT_EQ((Numbers{5121, 1, 6409, 32834, 6409}), numbersOf(word("l", {16}), 0));
@@ -338,20 +343,25 @@ TEST(GLFormatTable, PackedPixelsAreWrittenWithTheirPackedType)
     EXPECT_EQ((Numbers{32818, 1, 6407, 10768, 6407}), numbersOf(word("rgb", {3, 3, 2}), 0));
     EXPECT_EQ((Numbers{33640, 4, 6408, 32857, 6408}), numbersOf(word("abgr", {2, 10, 10, 10}), 8));
     EXPECT_EQ((Numbers{35899, 4, 6407, 35898, 6407}), numbersOf(word("bgr", {10, 11, 11}), 13));
-    // Red in the high bits: 0x8036, UNSIGNED_INT_10_10_10_2.
-    EXPECT_EQ((Numbers{32822, 4, 6407, 32850, 6407}), numbersOf(word("rgbx", {10, 10, 10, 2}), 8));
+    // Red in the high bits: 0x8036, UNSIGNED_INT_10_10_10_2, which OpenGL allows with RGBA and RGBA_INTEGER and not with RGB.
+    EXPECT_EQ((Numbers{32822, 4, 6408, 32850, 6407}), numbersOf(word("rgbx", {10, 10, 10, 2}), 8));
     EXPECT_EQ((Numbers{32822, 4, 36249, 36975, 36249}), numbersOf(word("rgba", {10, 10, 10, 2}), 10));
 }
 
 TEST(GLFormatTable, AnUnsizedNumberIsWrittenOnlyWhereThereIsNoSizedOne)
 {
-    EXPECT_EQ((Numbers{5125, 4, 6403, 6403, 6403}), numbersOf(word("r", {32}), 8));
-    EXPECT_EQ((Numbers{5124, 4, 33319, 33319, 33319}), numbersOf(word("rg", {32}), 9));
-    EXPECT_EQ((Numbers{5124, 4, 6407, 6407, 6407}), numbersOf(word("rgb", {32}), 9));
-    EXPECT_EQ((Numbers{5125, 4, 6408, 6408, 6408}), numbersOf(word("rgba", {32}), 8));
-    EXPECT_EQ((Numbers{5123, 2, 6406, 6406, 6406}), numbersOf(word("a", {16}), 4));
-    EXPECT_EQ((Numbers{5122, 2, 6409, 6409, 6409}), numbersOf(word("l", {16}), 5));
-    EXPECT_EQ((Numbers{5123, 2, 6410, 6410, 6410}), numbersOf(word("la", {16}), 4));
+    // Normalised 32-bit elements have no sized number under any letters,
+    for (const UnsizedExpected& format : k_aUnsized)
+    {
+        EXPECT_EQ((Numbers{5125, 4, format.uiInternal, format.uiInternal, format.uiInternal}), numbersOf(word(format.strLetters, {32}), 8));
+        EXPECT_EQ((Numbers{5124, 4, format.uiInternal, format.uiInternal, format.uiInternal}), numbersOf(word(format.strLetters, {32}), 9));
+    }
+    // normalised 16-bit elements none under these.
+    for (const UnsizedExpected& format : {UnsizedExpected{6406, "a"}, UnsizedExpected{6409, "l"}, UnsizedExpected{6410, "la"}})
+    {
+        EXPECT_EQ((Numbers{5123, 2, format.uiInternal, format.uiInternal, format.uiInternal}), numbersOf(word(format.strLetters, {16}), 4));
+        EXPECT_EQ((Numbers{5122, 2, format.uiInternal, format.uiInternal, format.uiInternal}), numbersOf(word(format.strLetters, {16}), 5));
+    }
 }
 
 TEST(GLFormatTable, WhatAnUnsizedNumberGivesIsReadBackEqualFromWhatIsWritten)
