@@ -42,10 +42,9 @@ size_t countBytes(MOXPixelWord pixelFormat)
     {
     case 0:
     case 1:
-        return 32; // 16 by 8 pixels of 2 bits
     case 2:
     case 3:
-        return 32; // 8 by 8 pixels of 4 bits
+        return 32; // 16 by 8 pixels of 2 bits, 8 by 8 of 4 bits
     case 7:
     case 12:
         return 16; // two blocks of 8 bytes
