@@ -9,7 +9,7 @@ packages=(
     libhwy-dev libcli11-dev libtinyxml2-dev
     libgtest-dev libgmock-dev libbenchmark-dev
     clang libclang-rt-14-dev llvm-14 clang-format
-    python3 python3-pil imagemagick
+    python3 python3-pil imagemagick libnvtt-bin astcenc gcc
     xvfb xauth xdotool openbox x11-utils
     fonts-dejavu-core
 )
