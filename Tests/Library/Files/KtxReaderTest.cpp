@@ -75,9 +75,13 @@ TEST(KtxReader, SizesOfZeroAreOne)
 {
     const KtxLoad load = loadKtx(CKtxFileBuilder().size(2, 0, 0).elements(0).level(8, run(8)));
     ASSERT_TRUE(load.bGood);
-    EXPECT_EQ(1u, load.texture.getHeight());
-    EXPECT_EQ(1u, load.texture.getDepth());
-    EXPECT_EQ(1u, load.texture.getNumArrayMembers());
+    // As they stand in the record, in the order of height, width, depth and surfaces: the getters never tell 0.
+    uint8_t aui8Record[CMOXTextureHeader::k_uiRecordSize];
+    load.texture.writeRecord(aui8Record);
+    EXPECT_EQ(1u, loadLE<uint32_t>(aui8Record + 24));
+    EXPECT_EQ(2u, loadLE<uint32_t>(aui8Record + 28));
+    EXPECT_EQ(1u, loadLE<uint32_t>(aui8Record + 32));
+    EXPECT_EQ(1u, loadLE<uint32_t>(aui8Record + 36));
 }
 
 TEST(KtxReader, TheTypeTellsTheElementsOfAnUnsizedFormat)
@@ -286,17 +290,23 @@ TEST(KtxReader, BlocksHaveNoRowsWhateverTheImageSizeSays)
 
 TEST(KtxReader, ACubeThatIsNoArrayHasTheSizeOfOneFaceAndPaddedFaces)
 {
-    // 3 by 3 bytes, rows tight: a face of 9 bytes and 3 of padding.
-    Bytes data;
-    Bytes expected;
-    for (uint8_t uiFace = 0; uiFace < 6; ++uiFace)
+    // 3 by 3 bytes and 1 by 1, rows tight: faces of 9 bytes and 3 of padding, then of 1 and 3, with nothing between the levels.
+    const auto paddedFaces = [](size_t uiSize, uint8_t uiStep, Bytes& expected)
     {
-        Bytes face = run(9, static_cast<uint8_t>(20 * uiFace));
-        expected.insert(expected.end(), face.begin(), face.end());
-        face.resize(12, 0xEE);
-        data.insert(data.end(), face.begin(), face.end());
-    }
-    const KtxLoad load = loadKtx(CKtxFileBuilder().format(k_uiR8).size(3, 3).faces(6).level(9, data));
+        Bytes data;
+        for (uint8_t uiFace = 0; uiFace < 6; ++uiFace)
+        {
+            Bytes face = run(uiSize, static_cast<uint8_t>(1 + uiStep * uiFace));
+            expected.insert(expected.end(), face.begin(), face.end());
+            face.resize(uiSize + 3, 0xEE);
+            data.insert(data.end(), face.begin(), face.end());
+        }
+        return data;
+    };
+    Bytes expected;
+    const Bytes large = paddedFaces(9, 20, expected);
+    const Bytes small = paddedFaces(1, 30, expected);
+    const KtxLoad load = loadKtx(CKtxFileBuilder().format(k_uiR8).size(3, 3).faces(6).levels(2).level(9, large).level(1, small));
     EXPECT_TRUE(load.bGood);
     EXPECT_EQ(6u, load.texture.getNumFaces());
     EXPECT_EQ(expected, dataOf(load.texture));

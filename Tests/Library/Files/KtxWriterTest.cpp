@@ -207,6 +207,24 @@ TEST(KtxWriter, FacesAndLevelsWhoseSizeIsNotAMultipleOfFourArePadded)
               from(saveKtx(makeRun(ePF_1bpp, {8, 1, 1, 1, 1, 6})), k_uiDataStart));
     EXPECT_EQ((Bytes{5, 0, 0, 0, 1, 2, 3, 4, 5, 0, 0, 0}), from(saveKtx(makeRun(ePF_1bpp, {8, 1, 1, 1, 5})), k_uiDataStart));
     EXPECT_EQ((Bytes{6, 0, 0, 0, 1, 2, 3, 4, 5, 6, 0, 0}), from(saveKtx(makeRun(ePF_1bpp, {8, 1, 1, 1, 2, 3})), k_uiDataStart));
+    // Six faces make a cube; five do not.
+    EXPECT_EQ((Bytes{5, 0, 0, 0, 1, 2, 3, 4, 5, 0, 0, 0}), from(saveKtx(makeRun(ePF_1bpp, {8, 1, 1, 1, 1, 5})), k_uiDataStart));
+}
+
+TEST(KtxWriter, RowsOfBitsThatFillNoByteAreCutToWholeBytes)
+{
+    // 3 pixels of 12 bits: 4 bytes of 4.5, three times.
+    EXPECT_EQ((Bytes{12, 0, 0, 0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12}),
+              from(saveKtx(makeRun(layout("rgb", 4, 4, 4), {3, 3})), k_uiDataStart));
+}
+
+TEST(KtxWriter, ALevelWhosePaddedRowsDoNotFitTheWordOfItsSizeLeavesNoFile)
+{
+    // 2^15 by 2^15 rows of one byte: 1 GiB, never touched here, and 4 GiB with padding.
+    const CMOXTextureHeader header(layout("r", 8), 1 << 15, 1, 1 << 15, 1, 1, 1, eCS_Linear, eCT_UnsignedNormalisedByte, false);
+    const CTemporaryFolder folder;
+    EXPECT_FALSE(writeKtx(CMOXTexture(header), folder.path("a.ktx")));
+    EXPECT_EQ(0u, folder.count());
 }
 
 TEST(KtxWriter, PackedYuvIsWrittenAsBlocks)
