@@ -8,6 +8,10 @@ build=${1:-build-coverage}
 # A row a target: program, corpus below Tests/Fuzz/Corpus, then the sources that it is for.
 targets=(
     "NativeReaderFuzz NativeReader Library/Source/Files/NativeFile.cpp Library/Source/Files/LoadLimits.cpp"
+    "KtxReaderFuzz KtxReader Library/Source/Files/KtxReader.cpp Library/Source/Files/KtxHeader.cpp"
+    "DdsReaderFuzz DdsReader Library/Source/Files/DdsReader.cpp Library/Source/Files/DdsHeader.cpp"
+    "AstcReaderFuzz AstcReader Library/Source/Files/AstcFile.cpp"
+    "LegacyReaderFuzz LegacyReader Library/Source/Files/LegacyFile.cpp"
     "PreferencesFuzz Preferences Application/Common/PlistDocument.cpp Application/Common/Preferences.cpp"
 )
 

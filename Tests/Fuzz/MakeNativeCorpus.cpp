@@ -1,12 +1,10 @@
 // make-native-corpus FOLDER: writes the seed corpus of NativeReaderFuzz. The same files on every run.
 
-#include <cctype>
 #include <cstdio>
 #include <string>
-#include <utility>
 
-#include "Core/FileHandle.h"
 #include "Formats/FormatNames.h"
+#include "Fuzz/CorpusFolder.h"
 #include "Support/CatalogueLayouts.h"
 #include "Support/NativeFileBuilder.h"
 #include "Support/SeededPictures.h"
@@ -14,6 +12,7 @@
 
 using namespace moxtexture;
 using namespace testsupport;
+using fuzzsupport::toFileName;
 
 namespace
 {
@@ -21,23 +20,13 @@ namespace
 constexpr uint32_t k_uiNative = CNativeFileBuilder::k_ui32Native;
 constexpr uint32_t k_uiFont = 0x746E6F66; // "font"
 
-class CCorpus
+/// A folder of native files.
+class CCorpus : public fuzzsupport::CCorpusFolder
 {
 public:
-    explicit CCorpus(std::string strFolder) : m_strFolder(std::move(strFolder)) {}
+    explicit CCorpus(const std::string& strFolder) : CCorpusFolder(strFolder, ".mox") {}
 
-    void write(const std::string& strName, const CNativeFileBuilder& builder)
-    {
-        const std::vector<uint8_t> bytes = builder.bytes();
-        CFileHandle file = CFileHandle::openForWriting(m_strFolder + "/" + strName + ".mox");
-        m_bGood = file.isOpen() && std::fwrite(bytes.data(), bytes.size(), 1, file.get()) == 1 && file.close() && m_bGood;
-    }
-
-    bool isGood() const { return m_bGood; }
-
-private:
-    std::string m_strFolder;
-    bool m_bGood = true;
+    void write(const std::string& strName, const CNativeFileBuilder& builder) { CCorpusFolder::write(strName, builder.bytes()); }
 };
 
 /// A texture with its data, seeded by its own shape.
@@ -66,15 +55,6 @@ struct Seed
     }
 };
 
-/// "RGBA 8 8 8 8 " becomes "rgba-8-8-8-8"
-std::string fileName(const std::string& strFormatName)
-{
-    std::string strName;
-    for (const char c : strFormatName)
-        strName += c == ' ' ? '-' : static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-    return strName.substr(0, strName.find_last_not_of('-') + 1);
-}
-
 void writeFormats(CCorpus& corpus)
 {
     for (const CatalogueLayout& row : k_aCatalogueLayouts)
@@ -82,7 +62,7 @@ void writeFormats(CCorpus& corpus)
         Seed seed;
         seed.format = row.getFormat();
         seed.uiType = row.uiType;
-        const std::string strName = "layout-" + fileName(getFormatName(seed.format)) + "-type-" + std::to_string(row.uiType);
+        const std::string strName = "layout-" + toFileName(getFormatName(seed.format)) + "-type-" + std::to_string(row.uiType);
         corpus.write(strName, seed.builder());
         seed.uiSpace = eCS_sRGB;
         if (row.bAlsoSRGB)
@@ -94,7 +74,7 @@ void writeFormats(CCorpus& corpus)
         seed.format = static_cast<EMOXTPixelFormat>(i);
         seed.uiWidth = 9;
         seed.uiHeight = 5;
-        corpus.write("number-" + std::to_string(i) + "-" + fileName(getFormatName(seed.format)), seed.builder());
+        corpus.write("number-" + std::to_string(i) + "-" + toFileName(getFormatName(seed.format)), seed.builder());
     }
 }
 
