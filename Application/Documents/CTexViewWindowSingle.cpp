@@ -163,7 +163,7 @@ int CTexViewWindowSingle::saveAs(bool bLegacy, uint32_t ui32LegacyApi)
     return strPath.isEmpty() ? int{eSaveCancelled} : writeAs(strPath, bLegacy, ui32LegacyApi);
 }
 
-int CTexViewWindowSingle::writeAs(const QString& strPath, bool bLegacy, uint32_t)
+int CTexViewWindowSingle::writeAs(const QString& strPath, bool bLegacy, uint32_t ui32LegacyApi)
 {
     const ESaveRoad eRoad = decideSaveAs(strPath, bLegacy);
     if (eRoad == ESaveRoad::eWriteNothing)
@@ -177,10 +177,10 @@ int CTexViewWindowSingle::writeAs(const QString& strPath, bool bLegacy, uint32_t
     if (iReady != eSaveDone)
         return iReady;
     const CWaitCursor cursor;
-    // The legacy container has no writer.
-    if (eRoad == ESaveRoad::eWriteLegacy || !m_Document.write(strPath.toStdString(), getPadding()))
-        return eSaveFailed;
-    return takeSavedName(strPath);
+    const std::string strName = strPath.toStdString();
+    const bool bWritten =
+        eRoad == ESaveRoad::eWriteLegacy ? m_Document.writeLegacy(strName, ui32LegacyApi) : m_Document.write(strName, getPadding());
+    return bWritten ? takeSavedName(strPath) : int{eSaveFailed};
 }
 
 int CTexViewWindowSingle::takeSavedName(const QString& strPath)

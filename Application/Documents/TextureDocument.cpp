@@ -5,9 +5,11 @@
 #include <utility>
 
 #include "Composition/SavePadding.h"
+#include "Composition/SavePreparation.h"
 #include "Conversion/Transcode.h"
 #include "Core/OutputFile.h"
 #include "Documents/SurfaceHeader.h"
+#include "Files/LegacyFile.h"
 #include "Files/SaveTexture.h"
 #include "Images/SaveSurfaceAsImage.h"
 
@@ -183,7 +185,16 @@ bool CTextureDocument::write(const std::string& strPath, uint32_t ui32Padding)
             setSavePadding(m_Stored, ui32Padding);
             setSavePadding(m_Working, ui32Padding);
             return COutputFile(getSavedPath(strPath))
-                .writeBy([this](const std::string& strWritePath) { return saveTexture(m_Stored, strWritePath); });
+                .writeBy([this](const std::string& strWritePath) { return saveForOthers(m_Stored, strWritePath); });
+        });
+}
+
+bool CTextureDocument::writeLegacy(const std::string& strPath, uint32_t ui32Api) const
+{
+    return withinMemory(
+        [&] {
+            return COutputFile(strPath).writeBy([&](const std::string& strWritePath)
+                                                { return saveLegacy(m_Stored, strWritePath, ui32Api); });
         });
 }
 

@@ -61,10 +61,16 @@ public:
     /// @return false if that failed: the document, with its undo, is as it was
     [[nodiscard]] bool encodeStored();
 
-    /// Gives both textures the padding record for ui32Padding (0 and 1: none) and writes the stored one. An earlier file survives
-    /// a failure.
+    /// Gives both textures the padding record for ui32Padding (0 and 1: none) and writes the stored one. What its container cannot
+    /// hold, metadata above all, stays in the document. An earlier file survives a failure.
     /// @param strPath  UTF-8; its extension chooses the format
+    /// @return false also where the container has nothing that fits the stored encoding
     [[nodiscard]] bool write(const std::string& strPath, uint32_t ui32Padding);
+
+    /// Writes the stored texture as a native file of version 2, whatever the extension. An earlier file survives a failure.
+    /// @param ui32Api  whose pixel types are written, 1 to 7; see saveLegacy()
+    /// @return false also where that API has no type for the stored encoding, or the texture is deeper than 1
+    [[nodiscard]] bool writeLegacy(const std::string& strPath, uint32_t ui32Api) const;
 
     /// Writes one surface of the working texture as an ordinary image, in the format that the extension tells. Anything but 8-bit
     /// RGBA is converted to that in a copy of the surface. An earlier file survives a failure.

@@ -448,13 +448,113 @@ TEST_F(SavingAView, LegacyOffersTheOldContainerAlone)
     EXPECT_EQ("Moxwell Texture V2 (*.mox)", m_strSelectedFilter);
 }
 
-TEST_F(SavingAView, LegacyHasNoWriterAndFails)
+TEST_F(SavingAView, LegacyTakesTheNameOverAndIsReadBack)
+{
+    open(path("photo.png"), eDocumentNew);
+    m_pView->getStoredTexture() = makeBytes(4, 2, 3);
+    thenChoose(path("b"));
+    EXPECT_EQ(1, m_pView->saveAs(true, 2));
+    EXPECT_EQ(52, readBytes(path("b.mox"))[0]) << "the header of version 2";
+    EXPECT_EQ(dataOf(makeBytes(4, 2, 3)), dataOf(CMOXTexture(path("b.mox"))));
+    expectState(path("b.mox"), false, 0, eDocumentFile);
+    EXPECT_FALSE(m_pView->wouldAskToClose());
+}
+
+TEST_F(SavingAView, LegacyGoesByItsApiAndDropsThePadding)
 {
     open(path("a.mox"));
-    thenChoose(path("b.mox"));
-    EXPECT_EQ(0, m_pView->saveAs(true, 2));
+    m_pView->getStoredTexture() = makeBytes(4, 2, 3);
+    m_pView->slotUpdatePadding(8);
+    for (const auto& [ui32Api, uiType] : {std::pair(1u, 18), std::pair(6u, 97), std::pair(7u, 152)})
+    {
+        const std::string strPath = path(std::to_string(ui32Api).c_str()) + ".mox";
+        thenChoose(strPath);
+        EXPECT_EQ(1, m_pView->saveAs(true, ui32Api));
+        EXPECT_EQ(uiType, readBytes(strPath)[16]) << ui32Api;
+        EXPECT_EQ(52u + 32, readBytes(strPath).size()) << ui32Api;
+        EXPECT_EQ(0u, m_pView->getStoredTexture().getMetaDataSize());
+    }
+}
+
+TEST_F(SavingAView, LegacyFailsWhereTheApiHasNoTypeAndTheNameStays)
+{
+    open(path("a.mox"), eDocumentEncoded); // three bytes, blue first: no API of these has it
+    for (const uint32_t ui32Api : {0u, 1u, 2u, 3u, 4u, 5u, 6u, 7u, 8u})
+    {
+        thenChoose(path("b.mox"));
+        EXPECT_EQ(0, m_pView->saveAs(true, ui32Api)) << ui32Api;
+        EXPECT_EQ(0u, m_Folder.count());
+        expectState(path("a.mox"), false, 2, eDocumentEncoded);
+    }
+}
+
+TEST_F(SavingAView, LegacyEncodesAModifiedTextureAnewAfterAQuestion)
+{
+    open(path("a.mox"));
+    m_pView->getStoredTexture() = makeBytes(2, 2, 3);
+    edit(9);
+    thenChoose(path("b.mox")).thenPress(QMessageBox::Abort);
+    EXPECT_EQ(-1, m_pView->saveAs(true, 2));
     EXPECT_EQ(0u, m_Folder.count());
-    expectState(path("a.mox"), false, 0, eDocumentFile);
+    thenChoose(path("b.mox")).thenPress(QMessageBox::Yes);
+    EXPECT_EQ(1, m_pView->saveAs(true, 2));
+    EXPECT_EQ(std::vector<uint8_t>(16, 9), dataOf(CMOXTexture(path("b.mox"))));
+    EXPECT_FALSE(m_pView->canUndo());
+}
+
+TEST_F(SavingAView, ASaveAfterALegacyOneWritesThePresentVersion)
+{
+    open(path("a.mox"));
+    m_pView->getStoredTexture() = makeBytes(4, 2, 3);
+    thenChoose(path("b.mox"));
+    EXPECT_EQ(1, m_pView->saveAs(true, 2));
+    EXPECT_EQ(1, m_pView->save());
+    EXPECT_EQ('M', readBytes(path("b.mox"))[0]);
+    EXPECT_EQ(1u, m_Answers.seen().size());
+}
+
+TEST_F(SavingAView, SaveWritesToTheContainerOfItsName)
+{
+    for (const auto& [pcName, pcStart] : {std::pair("a.ktx", "\xABKTX"), std::pair("a.dds", "DDS ")})
+    {
+        open(path(pcName));
+        m_pView->getStoredTexture() = makeBytes(4, 2, 3);
+        EXPECT_EQ(1, m_pView->save()) << pcName;
+        EXPECT_EQ(pcStart, readText(path(pcName)).substr(0, 4));
+        EXPECT_EQ(dataOf(makeBytes(4, 2, 3)), dataOf(CMOXTexture(path(pcName))));
+        expectState(path(pcName), false, 0, eDocumentFile);
+    }
+    EXPECT_TRUE(m_Answers.seen().empty());
+}
+
+TEST_F(SavingAView, TheFilterChoosesTheContainerOfANameWithoutAPoint)
+{
+    for (const auto& [pcFilter, pcName] :
+         {std::pair("Khronos Textures (*.ktx)", "b.ktx"), std::pair("Direct Draw Surfaces (*.dds)", "b.dds")})
+    {
+        open(path("a.mox"));
+        m_pView->getStoredTexture() = makeBytes(4, 2, 3);
+        m_Answers.thenDo(
+            [this, pcFilter = pcFilter](QDialog& dialog)
+            {
+                auto& files = dynamic_cast<QFileDialog&>(dialog);
+                files.selectNameFilter(pcFilter);
+                files.findChild<QLineEdit*>("fileNameEdit")->setText(QString::fromStdString(path("b")));
+                QMetaObject::invokeMethod(&files, "accept");
+            });
+        EXPECT_EQ(1, m_pView->saveAs(false, 2));
+        expectState(path(pcName), false, 0, eDocumentFile);
+        EXPECT_EQ(dataOf(makeBytes(4, 2, 3)), dataOf(CMOXTexture(path(pcName))));
+    }
+}
+
+TEST_F(SavingAView, AContainerThatHasNothingForTheEncodingFailsAndTheNameStays)
+{
+    open(path("a.mox"), eDocumentWrapped); // three bytes, blue first
+    thenChoose(path("b.dds"));
+    EXPECT_EQ(0, m_pView->saveAs(false, 2));
+    EXPECT_EQ(0u, m_Folder.count());
+    expectState(path("a.mox"), false, 2, eDocumentWrapped);
 }
 
 // Save Image

@@ -1,5 +1,7 @@
 #include "Documents/TextureDocument.h"
 
+#include <algorithm>
+#include <filesystem>
 #include <string>
 #include <utility>
 
@@ -7,6 +9,8 @@
 #include <gtest/gtest.h>
 
 #include "Application/Documents/DocumentSupport.h"
+#include "Core/ByteOrder.h"
+#include "Files/LegacyFile.h"
 #include "Files/LoadTexture.h"
 #include "Support/FileSizeLimit.h"
 #include "Support/MemoryLimit.h"
@@ -394,6 +398,175 @@ TEST(TextureDocument, AnImageThatCannotBeWrittenLeavesTheOldFile)
     EXPECT_EQ("old", readText(strUnknown));
     EXPECT_EQ("old", readText(strPng));
     EXPECT_EQ(2u, folder.count());
+}
+
+// Other containers
+
+namespace
+{
+
+/// The lowest byte of the flags, which tells the pixel type of a native file of version 2.
+uint32_t legacyTypeOf(const std::string& strPath)
+{
+    const std::vector<uint8_t> bytes = readBytes(strPath);
+    return bytes.size() < k_uiLegacyHeaderSize ? ~0u : bytes[16];
+}
+
+CMOXTexture makeOf(MOXPixelWord format, EMOXTChannelType eType, uint32_t uiDepth = 1)
+{
+    CMOXTexture texture(CMOXTextureHeader(format, 2, 4, uiDepth, 1, 1, 1, eCS_Linear, eType, false));
+    fill(texture, 77);
+    return texture;
+}
+
+} // namespace
+
+TEST(TextureDocument, TheExtensionChoosesTheContainer)
+{
+    const CTemporaryFolder folder;
+    CTextureDocument document(makeBytes(4, 2, 50, 3, 1, 6), makeBytes(2, 2, 1), eDocumentFile);
+    const auto startOf = [&](const char* pcName)
+    {
+        EXPECT_TRUE(document.write(folder.path(pcName), 0)) << pcName;
+        const std::vector<uint8_t> bytes = readBytes(folder.path(pcName));
+        return std::string(bytes.begin(), bytes.begin() + std::min<ptrdiff_t>(4, static_cast<ptrdiff_t>(bytes.size())));
+    };
+    EXPECT_EQ("MOX\x03", startOf("a.mox"));
+    EXPECT_EQ("\xABKTX", startOf("a.ktx"));
+    EXPECT_EQ("DDS ", startOf("a.dds"));
+    EXPECT_EQ("/***", startOf("a.h"));
+    for (const char* pcName : {"a.mox", "a.ktx", "a.dds"})
+    {
+        const CMOXTexture loaded(folder.path(pcName));
+        EXPECT_EQ(6u, loaded.getNumFaces()) << pcName;
+        EXPECT_EQ(3u, loaded.getNumMIPLevels()) << pcName;
+        EXPECT_EQ(document.getStored().getEncoding(), loaded.getEncoding()) << pcName;
+        EXPECT_EQ(dataOf(document.getStored()), dataOf(loaded)) << pcName;
+    }
+    EXPECT_EQ(4u, folder.count());
+}
+
+TEST(TextureDocument, ACHeaderHasTheArrayNamedAfterItsFile)
+{
+    const CTemporaryFolder folder;
+    CTextureDocument document = makeDocument();
+    ASSERT_TRUE(document.write(folder.path("rock.v2.h"), 0));
+    EXPECT_NE(std::string::npos, readText(folder.path("rock.v2.h")).find("A8BIT rock[] = {\n"));
+}
+
+TEST(TextureDocument, WhatAContainerWritesOtherwiseIsPutRightOnACopy)
+{
+    // Three bytes a pixel have their number in a DDS with the first letter in the highest byte.
+    const CTemporaryFolder folder;
+    CMOXTexture stored(CMOXTextureHeader(layout("rgb", 8, 8, 8), 1, 1, 1, 1, 1, 1, eCS_Linear, eCT_UnsignedNormalisedByte, false));
+    const std::vector<uint8_t> pixel = {1, 2, 3};
+    std::copy(pixel.begin(), pixel.end(), stored.getDataPtr());
+    CTextureDocument document(std::move(stored), makeBytes(1, 1), eDocumentFile);
+    ASSERT_TRUE(document.write(folder.path("a.dds"), 0));
+    EXPECT_EQ((std::vector<uint8_t>{3, 2, 1}), dataOf(CMOXTexture(folder.path("a.dds"))));
+    EXPECT_EQ(eCT_UnsignedNormalisedInteger, CMOXTexture(folder.path("a.dds")).getChannelType());
+    EXPECT_EQ(pixel, dataOf(document.getStored()));
+    EXPECT_EQ(eCT_UnsignedNormalisedByte, document.getStored().getChannelType());
+}
+
+TEST(TextureDocument, MetadataThatAContainerCannotHoldStaysInTheDocument)
+{
+    const CTemporaryFolder folder;
+    CTextureDocument document = makeDocument();
+    document.getStored().setBumpMap(2.0f, "xyz");
+    const uint32_t uiSize = document.getStored().getMetaDataSize();
+    for (const char* pcName : {"a.ktx", "a.dds"})
+    {
+        ASSERT_TRUE(document.write(folder.path(pcName), 0)) << pcName;
+        EXPECT_FALSE(CMOXTexture(folder.path(pcName)).isBumpMap()) << pcName;
+        EXPECT_EQ(uiSize, document.getStored().getMetaDataSize()) << pcName;
+    }
+    ASSERT_TRUE(document.write(folder.path("a.mox"), 0));
+    EXPECT_TRUE(CMOXTexture(folder.path("a.mox")).isBumpMap());
+}
+
+TEST(TextureDocument, AnEncodingThatAContainerHasNothingForFailsAndTheOldFileStays)
+{
+    // Luminance beside two signed directions is of DDS alone; bytes that are whole numbers, three to a pixel, of KTX.
+    for (const auto& [pcName, stored] : {std::pair("a.ktx", makeOf(layout("lgr", 6, 5, 5), eCT_SignedNormalisedInteger)),
+                                         std::pair("a.dds", makeOf(layout("rgb", 8, 8, 8), eCT_UnsignedByte))})
+    {
+        const CTemporaryFolder folder;
+        CTextureDocument document(stored, makeBytes(4, 2), eDocumentFile);
+        EXPECT_FALSE(document.write(folder.path(pcName), 0)) << pcName;
+        EXPECT_EQ(0u, folder.count()) << pcName;
+        folder.write(pcName, std::string("old"));
+        EXPECT_FALSE(document.write(folder.path(pcName), 0)) << pcName;
+        EXPECT_EQ("old", readText(folder.path(pcName))) << pcName;
+        EXPECT_EQ(1u, folder.count()) << pcName;
+    }
+}
+
+TEST(TextureDocument, AFailedWriteOfAnyContainerLeavesTheOldFileAndNothingBeside)
+{
+    for (const char* pcName : {"a.ktx", "a.dds", "a.h", "a.mox"})
+    {
+        const CTemporaryFolder folder;
+        const std::string strPath = folder.write(pcName, std::string("old"));
+        CTextureDocument document = makeDocument();
+        {
+            const CFileSizeLimit limit(40); // shorter than any of the headers
+            EXPECT_FALSE(document.write(strPath, 0)) << pcName;
+            EXPECT_FALSE(document.writeLegacy(strPath, 2)) << pcName;
+        }
+        EXPECT_EQ("old", readText(strPath)) << pcName;
+        EXPECT_EQ(1u, folder.count()) << pcName;
+        EXPECT_FALSE(document.write(folder.path(std::string("no such folder/") + pcName), 0)) << pcName;
+        EXPECT_FALSE(document.writeLegacy(folder.path(std::string("no such folder/") + pcName), 2)) << pcName;
+        EXPECT_EQ(1u, folder.count()) << pcName;
+    }
+}
+
+TEST(TextureDocument, AnEmptyFolderOfTheNameIsNotReplaced)
+{
+    const CTemporaryFolder folder;
+    std::filesystem::create_directory(folder.path("a.ktx"));
+    CTextureDocument document = makeDocument();
+    EXPECT_FALSE(document.write(folder.path("a.ktx"), 0));
+    EXPECT_FALSE(document.writeLegacy(folder.path("a.ktx"), 2));
+    EXPECT_TRUE(std::filesystem::is_directory(folder.path("a.ktx")));
+    EXPECT_EQ(1u, folder.count());
+}
+
+TEST(TextureDocument, LegacyIsWrittenWithThePixelTypesOfItsApi)
+{
+    const CMOXTexture bytes = makeOf(k_RGBA8, eCT_UnsignedNormalisedByte);
+    const CMOXTexture integers = makeOf(layout("rgb", 8, 8, 8), eCT_UnsignedNormalisedInteger);
+    // Number of the API, its pixel type for four bytes, and for three as integers; -1: it has none.
+    constexpr int aaiTypes[][3] = {{0, -1, -1}, {1, 18, -1}, {2, 18, -1},  {3, -1, 4}, {4, 18, -1},
+                                   {5, -1, 4},  {6, 97, 4},  {7, 152, -1}, {8, -1, -1}};
+    for (const auto& aiRow : aaiTypes)
+        for (const auto& [pTexture, iType] : {std::pair(&bytes, aiRow[1]), std::pair(&integers, aiRow[2])})
+        {
+            const CTemporaryFolder folder;
+            const CTextureDocument document(*pTexture, makeBytes(4, 2), eDocumentFile);
+            const std::string strPath = folder.write("a.mox", std::string("old"));
+            EXPECT_EQ(iType >= 0, document.writeLegacy(strPath, static_cast<uint32_t>(aiRow[0]))) << aiRow[0];
+            EXPECT_EQ(1u, folder.count());
+            if (iType < 0)
+            {
+                EXPECT_EQ("old", readText(strPath)) << aiRow[0];
+                continue;
+            }
+            EXPECT_EQ(static_cast<uint32_t>(iType), legacyTypeOf(strPath)) << aiRow[0];
+            EXPECT_EQ(k_uiLegacyHeaderSize, loadLE<uint32_t>(readBytes(strPath).data()));
+            const CMOXTexture loaded(strPath);
+            EXPECT_EQ(pTexture->getEncoding(), loaded.getEncoding()) << aiRow[0];
+            EXPECT_EQ(dataOf(*pTexture), dataOf(loaded)) << aiRow[0];
+        }
+}
+
+TEST(TextureDocument, LegacyHoldsNoDepth)
+{
+    const CTemporaryFolder folder;
+    const CTextureDocument document(makeOf(k_RGBA8, eCT_UnsignedNormalisedByte, 2), makeBytes(4, 2), eDocumentFile);
+    EXPECT_FALSE(document.writeLegacy(folder.path("a.mox"), 2));
+    EXPECT_EQ(0u, folder.count());
 }
 
 #ifndef HALVANE_SANITISED

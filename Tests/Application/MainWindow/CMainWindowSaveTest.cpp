@@ -84,11 +84,12 @@ TEST_F(CMainWindowSaveTest, ShowsNothingAfterACancel)
     }
 }
 
-TEST_F(CMainWindowSaveTest, FailsWithItsMessageWhereNoWriterIs)
+TEST_F(CMainWindowSaveTest, FailsWithItsMessageWhereTheContainerHasNothingForTheEncoding)
 {
-    openView(png("a.png"));
-    for (const auto& [pAction, pName] :
-         {std::pair("Act_Save_As", "a.ktx"), std::pair("Act_Save_As", "a.dds"), std::pair("Act_Save_Legacy", "a.mox")})
+    // Bytes with the blue one first: no number in a DDS, nor in version 2.
+    const CMOXTextureHeader header(layout("bgr", 8, 8, 8), 2, 4, 1, 1, 1, 1, eCS_Linear, eCT_UnsignedNormalisedByte, false);
+    openView(mox("a.mox", CMOXTexture(header)));
+    for (const auto& [pAction, pName] : {std::pair("Act_Save_As", "b.dds"), std::pair("Act_Save_Legacy", "b.mox")})
     {
         CDialogAnswers answers;
         answers.thenChoose({path(pName)}).thenPress(QMessageBox::Ok);
@@ -97,7 +98,8 @@ TEST_F(CMainWindowSaveTest, FailsWithItsMessageWhereNoWriterIs)
         expectSaveFailure(answers);
         EXPECT_FALSE(QFile::exists(path(pName))) << pName;
     }
-    EXPECT_EQ("a.png", subWindows().front()->windowTitle().toStdString());
+    EXPECT_EQ("a.mox", subWindows().front()->windowTitle().toStdString());
+    EXPECT_EQ(1u, m_Files.count());
 }
 
 TEST_F(CMainWindowSaveTest, SaysPlainlyThatNoFileWasWritten)
