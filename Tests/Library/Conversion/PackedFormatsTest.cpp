@@ -1,4 +1,5 @@
 #include <cstring>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -429,6 +430,34 @@ TEST(PackedFormats, WhatTheUserMayChooseConvertsAndNothingElseDoes)
                 const bool bValid = checkEncode(texture, eFormat, false).bValid;
                 EXPECT_EQ(bValid, toFormat(texture, eFormat)) << getFormatName(eFormat) << ' ' << uiWidth << ' ' << uiHeight;
             }
+}
+
+TEST(PackedFormats, FromAnyToAnyAndOfAnyShapeTheWidthsOfAllLevelsDecide)
+{
+    testsupport::CSeededRandom random(43);
+    std::vector<MOXPixelWord> formats(std::begin(k_aeFormats), std::end(k_aeFormats));
+    formats.insert(formats.end(), {k_RGBA8, k_RGBA32, layout("rgb", 5, 6, 5), MOXPixelWord(ePF_BC1)});
+    const auto anyFormat = [&] { return formats[random.below(static_cast<uint32_t>(formats.size()))]; };
+    for (int i = 0; i < 3000; ++i)
+    {
+        const Shape shape = {1 + random.below(40), 1 + random.below(6), 1 + random.below(3),
+                             1 + random.below(7),  1 + random.below(3), random.below(2) == 0 ? 1u : 6u};
+        const MOXPixelWord from = anyFormat();
+        const MOXPixelWord to = anyFormat();
+        CMOXTexture texture(makeHeader(from, from == k_RGBA32 ? eCT_SignedFloatingPoint : eCT_UnsignedNormalisedByte, shape));
+        const Bytes bytes = random.bytes(texture.getBlockSize());
+        std::memcpy(texture.getDataPtr(), bytes.data(), bytes.size());
+
+        uint32_t uiLeast = 1, uiLeastHeight = 1, uiLeastDepth = 1;
+        CMOXTextureHeader::getMinDimensions(to, uiLeast, uiLeastHeight, uiLeastDepth);
+        bool bFits = true;
+        for (uint32_t uiLevel = 0; uiLevel < shape.uiLevels && to != ePF_BC1; ++uiLevel)
+            bFits = bFits && (texture.getWidth(uiLevel) <= uiLeast || texture.getWidth(uiLevel) % uiLeast == 0);
+        EXPECT_EQ(bFits, toFormat(texture, to, random.below(2) == 1))
+            << getFormatName(from) << " to " << getFormatName(to) << ' ' << shape.uiWidth << ' ' << shape.uiLevels;
+        EXPECT_EQ(to, texture.getPixelFormat());
+        EXPECT_EQ(texture.getDataSize(), texture.getBlockSize());
+    }
 }
 
 TEST(PackedFormats, AResultOfFourGiBIsRefusedAndLeavesTheTextureAsItWas)

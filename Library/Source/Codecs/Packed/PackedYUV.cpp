@@ -10,10 +10,7 @@ namespace moxtexture
 namespace
 {
 
-constexpr bool isPackedYUV(EMOXTPixelFormat eFormat)
-{
-    return eFormat == ePF_UYVY || eFormat == ePF_YUY2;
-}
+constexpr PairOrders k_orders = {ePF_UYVY, ePF_YUY2};
 
 // Weights of each sum add up to 0.859 at most, so results lie within 16 to 240 and need no clamp.
 
@@ -49,26 +46,6 @@ void decodePixel(int32_t y, int32_t u, int32_t v, uint8_t* pPixel)
     pPixel[3] = 255;
 }
 
-uint32_t encodeSurface(const uint8_t* pSource, uint8_t* pTarget, uint32_t uiWidth, uint32_t uiHeight, EMOXTPixelFormat eFormat,
-                       decltype(&encodeYUVPairs) encodeRun)
-{
-    if (!isPackedYUV(eFormat))
-        return 0;
-    return encodePairs(pSource, pTarget, uiWidth, uiHeight,
-                       [&](const uint8_t* pPixels, uint8_t* pPairs, size_t uiPairCount)
-                       { encodeRun(pPixels, pPairs, uiPairCount, eFormat == ePF_YUY2); });
-}
-
-uint32_t decodeSurface(const uint8_t* pSource, uint8_t* pTarget, uint32_t uiWidth, uint32_t uiHeight, EMOXTPixelFormat eFormat,
-                       decltype(&decodeYUVPairs) decodeRun)
-{
-    if (!isPackedYUV(eFormat))
-        return 0;
-    return decodePairs(pSource, pTarget, uiWidth, uiHeight,
-                       [&](const uint8_t* pPairs, uint8_t* pPixels, size_t uiPairCount)
-                       { decodeRun(pPairs, pPixels, uiPairCount, eFormat == ePF_YUY2); });
-}
-
 } // namespace
 
 void encodeYUVPairsReference(const uint8_t* pPixels, uint8_t* pPairs, size_t uiPairCount, bool bLumaFirst)
@@ -100,22 +77,22 @@ void decodeYUVPairsReference(const uint8_t* pPairs, uint8_t* pPixels, size_t uiP
 
 uint32_t encodePackedYUV(const uint8_t* pSource, uint8_t* pTarget, uint32_t uiWidth, uint32_t uiHeight, EMOXTPixelFormat eFormat)
 {
-    return encodeSurface(pSource, pTarget, uiWidth, uiHeight, eFormat, encodeYUVPairs);
+    return encodePairs(k_orders, eFormat, pSource, pTarget, uiWidth, uiHeight, encodeYUVPairs);
 }
 
 uint32_t decodePackedYUV(const uint8_t* pSource, uint8_t* pTarget, uint32_t uiWidth, uint32_t uiHeight, EMOXTPixelFormat eFormat)
 {
-    return decodeSurface(pSource, pTarget, uiWidth, uiHeight, eFormat, decodeYUVPairs);
+    return decodePairs(k_orders, eFormat, pSource, pTarget, uiWidth, uiHeight, decodeYUVPairs);
 }
 
 uint32_t encodePackedYUVReference(const uint8_t* pSource, uint8_t* pTarget, uint32_t uiWidth, uint32_t uiHeight, EMOXTPixelFormat eFormat)
 {
-    return encodeSurface(pSource, pTarget, uiWidth, uiHeight, eFormat, encodeYUVPairsReference);
+    return encodePairs(k_orders, eFormat, pSource, pTarget, uiWidth, uiHeight, encodeYUVPairsReference);
 }
 
 uint32_t decodePackedYUVReference(const uint8_t* pSource, uint8_t* pTarget, uint32_t uiWidth, uint32_t uiHeight, EMOXTPixelFormat eFormat)
 {
-    return decodeSurface(pSource, pTarget, uiWidth, uiHeight, eFormat, decodeYUVPairsReference);
+    return decodePairs(k_orders, eFormat, pSource, pTarget, uiWidth, uiHeight, decodeYUVPairsReference);
 }
 
 } // namespace moxtexture

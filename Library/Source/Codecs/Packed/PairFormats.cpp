@@ -9,15 +9,7 @@ namespace moxtexture
 namespace
 {
 
-constexpr bool isPairFormat(EMOXTPixelFormat eFormat)
-{
-    return eFormat == ePF_2_Planar_RGBG_8_8_8_8 || eFormat == ePF_2_Planar_GRGB_8_8_8_8;
-}
-
-constexpr bool isGreenFirst(EMOXTPixelFormat eFormat)
-{
-    return eFormat == ePF_2_Planar_GRGB_8_8_8_8;
-}
+constexpr PairOrders k_orders = {ePF_2_Planar_RGBG_8_8_8_8, ePF_2_Planar_GRGB_8_8_8_8};
 
 void encodeRunReference(const uint8_t* pPixels, uint8_t* pPairs, size_t uiPairCount, bool bGreenFirst)
 {
@@ -57,25 +49,23 @@ constexpr uint32_t changeOrder(uint32_t uiPair)
     return (uiPair & 0x00FF00FF) << 8 | (uiPair >> 8 & 0x00FF00FF);
 }
 
-template <bool kGreenFirst>
-void encodeRun(const uint8_t* pPixels, uint8_t* pPairs, size_t uiPairCount)
+void encodeRun(const uint8_t* pPixels, uint8_t* pPairs, size_t uiPairCount, bool bGreenFirst)
 {
     for (size_t i = 0; i < uiPairCount; ++i)
     {
         const auto uiFirst = loadLE<uint32_t>(pPixels + i * k_uiPairPixelBytes);
         const auto uiSecond = loadLE<uint32_t>(pPixels + i * k_uiPairPixelBytes + 4);
         const uint32_t uiPair = (uiFirst & 0x00FFFFFF) | (uiSecond & 0x0000FF00) << 16;
-        storeLE(pPairs + i * k_uiPairBytes, kGreenFirst ? changeOrder(uiPair) : uiPair);
+        storeLE(pPairs + i * k_uiPairBytes, bGreenFirst ? changeOrder(uiPair) : uiPair);
     }
 }
 
-template <bool kGreenFirst>
-void decodeRun(const uint8_t* pPairs, uint8_t* pPixels, size_t uiPairCount)
+void decodeRun(const uint8_t* pPairs, uint8_t* pPixels, size_t uiPairCount, bool bGreenFirst)
 {
     for (size_t i = 0; i < uiPairCount; ++i)
     {
         const auto uiStored = loadLE<uint32_t>(pPairs + i * k_uiPairBytes);
-        const uint32_t uiPair = kGreenFirst ? changeOrder(uiStored) : uiStored;
+        const uint32_t uiPair = bGreenFirst ? changeOrder(uiStored) : uiStored;
         const uint32_t uiShared = (uiPair & 0x00FF00FF) | 0xFF000000;
         storeLE(pPixels + i * k_uiPairPixelBytes, uiShared | (uiPair & 0x0000FF00));
         storeLE(pPixels + i * k_uiPairPixelBytes + 4, uiShared | (uiPair >> 16 & 0x0000FF00));
@@ -86,34 +76,22 @@ void decodeRun(const uint8_t* pPairs, uint8_t* pPixels, size_t uiPairCount)
 
 uint32_t encodePairFormat(const uint8_t* pSource, uint8_t* pTarget, uint32_t uiWidth, uint32_t uiHeight, EMOXTPixelFormat eFormat)
 {
-    if (!isPairFormat(eFormat))
-        return 0;
-    return encodePairs(pSource, pTarget, uiWidth, uiHeight, isGreenFirst(eFormat) ? encodeRun<true> : encodeRun<false>);
+    return encodePairs(k_orders, eFormat, pSource, pTarget, uiWidth, uiHeight, encodeRun);
 }
 
 uint32_t decodePairFormat(const uint8_t* pSource, uint8_t* pTarget, uint32_t uiWidth, uint32_t uiHeight, EMOXTPixelFormat eFormat)
 {
-    if (!isPairFormat(eFormat))
-        return 0;
-    return decodePairs(pSource, pTarget, uiWidth, uiHeight, isGreenFirst(eFormat) ? decodeRun<true> : decodeRun<false>);
+    return decodePairs(k_orders, eFormat, pSource, pTarget, uiWidth, uiHeight, decodeRun);
 }
 
 uint32_t encodePairFormatReference(const uint8_t* pSource, uint8_t* pTarget, uint32_t uiWidth, uint32_t uiHeight, EMOXTPixelFormat eFormat)
 {
-    if (!isPairFormat(eFormat))
-        return 0;
-    return encodePairs(pSource, pTarget, uiWidth, uiHeight,
-                       [&](const uint8_t* pPixels, uint8_t* pPairs, size_t uiPairCount)
-                       { encodeRunReference(pPixels, pPairs, uiPairCount, isGreenFirst(eFormat)); });
+    return encodePairs(k_orders, eFormat, pSource, pTarget, uiWidth, uiHeight, encodeRunReference);
 }
 
 uint32_t decodePairFormatReference(const uint8_t* pSource, uint8_t* pTarget, uint32_t uiWidth, uint32_t uiHeight, EMOXTPixelFormat eFormat)
 {
-    if (!isPairFormat(eFormat))
-        return 0;
-    return decodePairs(pSource, pTarget, uiWidth, uiHeight,
-                       [&](const uint8_t* pPairs, uint8_t* pPixels, size_t uiPairCount)
-                       { decodeRunReference(pPairs, pPixels, uiPairCount, isGreenFirst(eFormat)); });
+    return decodePairs(k_orders, eFormat, pSource, pTarget, uiWidth, uiHeight, decodeRunReference);
 }
 
 } // namespace moxtexture

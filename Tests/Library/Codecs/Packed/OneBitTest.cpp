@@ -74,6 +74,12 @@ TEST(OneBit, RowsThatDoNotFitBeginWithAByteEach)
         EXPECT_EQ((Bytes{0xFF, 7, 0, 7}), convert(encoder, pixels, 4, 12, 2, 1));
 }
 
+TEST(OneBit, RowsBelowAByteAreNotWrittenAndStillCount)
+{
+    for (const Entry encoder : k_aEncoders)
+        EXPECT_EQ((Bytes{7, 7, 7, 7}), convert(encoder, Bytes(64, 255), 4, 4, 4, 1));
+}
+
 TEST(OneBit, ASetBitDecodesToWhiteAndAlphaIsAlways255)
 {
     for (const Entry decoder : k_aDecoders)
