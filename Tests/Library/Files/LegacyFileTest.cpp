@@ -280,6 +280,19 @@ TEST(LegacyWriter, OrientationOnOtherAxesHasNoFlag)
     EXPECT_EQ(18u, wordAt(readBytes(folder.path("a.mox")), 16));
 }
 
+TEST(LegacyWriter, OnlyTheValue2OfTheYAxisIsAVerticalFlip)
+{
+    const CTemporaryFolder folder;
+    for (const uint32_t uiValue : {0u, 1u, 2u, 3u, 4u, 255u})
+    {
+        CMOXTexture texture = textureOf(k_RGBA8, 1, 1);
+        const uint8_t aui8Orientation[] = {2, static_cast<uint8_t>(uiValue), 2};
+        texture.addMetaData(MetaDataBlock(CNativeFileBuilder::k_ui32Native, 3, aui8Orientation, sizeof(aui8Orientation)));
+        ASSERT_TRUE(saveLegacy(texture, folder.path("a.mox"), 1));
+        EXPECT_EQ(uiValue == 2 ? 18u | 0x10000 : 18u, wordAt(readBytes(folder.path("a.mox")), 16)) << uiValue;
+    }
+}
+
 TEST(LegacyWriter, OnlyFormats1And3HaveTheAlphaFlagAndMask)
 {
     struct Row
@@ -347,6 +360,16 @@ TEST(LegacyWriter, AHeaderThatMeasuresOtherThanTheBlockFails)
     texture.setWidth(1);
     texture.setNumMIPLevels(0);
     EXPECT_FALSE(saveLegacy(texture, folder.path("a.mox"), 1));
+    EXPECT_EQ(0u, folder.count());
+}
+
+TEST(LegacyWriter, ATextureWithoutASurfaceFailsAndNoFileRemains)
+{
+    const CTemporaryFolder folder;
+    EXPECT_FALSE(saveLegacy(CMOXTexture(), folder.path("a.mox"), 1));
+    EXPECT_FALSE(saveLegacy(textureOf(k_RGBA8, 1, 1, 0), folder.path("a.mox"), 1));
+    EXPECT_FALSE(saveLegacy(textureOf(k_RGBA8, 1, 1, 1, 0), folder.path("a.mox"), 1));
+    EXPECT_FALSE(saveLegacy(textureOf(k_RGBA8, 1, 1, 1, 1, 0), folder.path("a.mox"), 1));
     EXPECT_EQ(0u, folder.count());
 }
 
