@@ -382,6 +382,7 @@ TEST(AstcWriter, WhatTheHeaderHasNoRoomForFailsAndNoFileRemains)
     EXPECT_FALSE(writeASTC(CMOXTexture(shapeOf(ePF_ASTC_12x12, 0x1000000, 1)), folder.write("a.astc", "earlier")));
     EXPECT_EQ(0u, folder.count());
     EXPECT_TRUE(writeASTC(CMOXTexture(shapeOf(ePF_ASTC_12x12, 0xFFFFFF, 1)), folder.path("a.astc")));
+    EXPECT_EQ(0xFFFFFFu, CMOXTexture(folder.path("a.astc")).getWidth());
 }
 
 TEST(AstcWriter, WhatCannotBeWrittenFailsAndNoFileRemains)
