@@ -204,6 +204,20 @@ TEST(PackedFormats, KeepTheChannelTypeOfTheirIntermediateAndTakeTheColourSpaceAs
     }
 }
 
+TEST(PackedFormats, UnpackAlikeWhateverChannelTypeAFileGaveThem)
+{
+    for (uint32_t uiType = eCT_UnsignedNormalisedByte; uiType <= eCT_UnsignedFloatingPoint; ++uiType)
+    {
+        CMOXTexture yuv = makeTexture(ePF_YUY2, {2, 1}, {235, 128, 16, 128}, static_cast<EMOXTChannelType>(uiType));
+        ASSERT_TRUE(toFormat(yuv, k_RGBA8));
+        EXPECT_EQ(blackAndWhite("x."), bytesOf(yuv)) << uiType;
+        CMOXTexture light =
+            makeTexture(ePF_Shared_Exponent_RGB999_E5, {1, 1}, exponentWord(256, 128, 0, 17), static_cast<EMOXTChannelType>(uiType));
+        ASSERT_TRUE(Transcode(light, k_RGBA32, eCT_SignedFloatingPoint, eCS_Linear, 0, false));
+        EXPECT_EQ(floats({2.0f, 1.0f, 0.0f, 1.0f}), bytesOf(light)) << uiType;
+    }
+}
+
 TEST(PackedFormats, TheColourSpaceIsChangedBeforePacking)
 {
     // Linear 128 is 188 in sRGB: Y = 0.859 * 188 + 16.5 = 177.99, U = V = 128.
