@@ -52,6 +52,19 @@ class UserStory(unittest.TestCase):
         self.desktop.keys("Return")
         self.desktop.gone(title)
 
+    def greet(self, main):
+        """Sends the splash of a first start away with a click beside it."""
+        self.desktop.window("About")
+        x, y, width, height = self.desktop.geometry(main)
+        self.desktop.click(x + width // 2, y + height - 60)
+        self.desktop.gone("About")
+
+    def save_as(self, entry, path):
+        """Saves the active texture by an entry of the File menu, which is told by its place from below: 6 Save As, 5 Save As Legacy."""
+        self.desktop.window("Halvane")
+        self.desktop.keys("alt+f", *["Up"] * entry, "Return")
+        self.choose("Save Texture", path)
+
     def info(self, path):
         output = subprocess.run([COMMAND_LINE, "info", "--json", path], capture_output=True, check=True).stdout
         return json.loads(output)
@@ -59,10 +72,8 @@ class UserStory(unittest.TestCase):
     def test_a_photo_becomes_a_texture_and_the_program_remembers(self):
         desktop = self.desktop
         process, main = self.start()
-        desktop.window("About")  # the splash of a first start, gone with a click beside it
         x, y, width, height = desktop.geometry(main)
-        desktop.click(x + width // 2, y + height - 60)
-        desktop.gone("About")
+        self.greet(main)
 
         # A photo, by the menu's key.
         desktop.keys("ctrl+o")
@@ -101,9 +112,7 @@ class UserStory(unittest.TestCase):
         self.assertLess(text.index("texture.mox"), text.index("a photo.png"))
 
         # The encode dialog has last time's format in its first row, and its settings.
-        desktop.window("About")
-        desktop.click(x + width // 2, y + height - 60)
-        desktop.gone("About")
+        self.greet(main)
         desktop.window("Halvane")
         desktop.keys("ctrl+e")
         desktop.window("Encode Texture")
@@ -153,6 +162,64 @@ class UserStory(unittest.TestCase):
         self.assertEqual(0, process.wait(60))
         # Its temporary folder went with it; the socket's lock and the like are the toolkit's.
         self.assertEqual([], [path.name for path in (desktop.folder / "tmp").iterdir() if path.is_dir()])
+
+    def test_a_texture_goes_to_every_container_and_comes_back(self):
+        desktop = self.desktop
+        process, main = self.start("open", self.photo)
+        self.greet(main)
+        self.stored("a photo.png")
+        files = {name: desktop.folder / name for name in ("new.mox", "khronos.ktx", "surface.dds", "old.mox")}
+        for name, path in files.items():
+            self.save_as(5 if name == "old.mox" else 6, path)
+            wait_for(name, path.exists)
+        # Each by its own first bytes; the two of its own by their versions.
+        starts = {"new.mox": b"MOX\x03", "khronos.ktx": b"\xabKTX 11\xbb", "surface.dds": b"DDS |", "old.mox": b"\x34\0\0\0"}
+        for name, start in starts.items():
+            self.assertEqual(start, files[name].read_bytes()[:len(start)])
+            header = self.info(files[name])
+            self.assertEqual((512, 512, 1), (header["width"], header["height"], header["mipLevels"]), name)
+
+        # The name that the document has now writes to the same place, without a question.
+        files["old.mox"].unlink()
+        desktop.window("Halvane")
+        desktop.keys("ctrl+s")
+        wait_for("the file again", files["old.mox"].exists)
+        self.assertEqual(b"MOX\x03", files["old.mox"].read_bytes()[:4])
+        self.save_as(5, desktop.folder / "older.mox")
+        wait_for("older.mox", (desktop.folder / "older.mox").exists)
+        files["old.mox"] = desktop.folder / "older.mox"
+        self.leave(process)
+
+        # Opened again, and saved in the one that keeps everything, each has the pixels of the photo.
+        size = 512 * 512 * 4
+        pixels = files["new.mox"].read_bytes()[-size:]
+        process, main = self.start("open", files["khronos.ktx"])
+        self.greet(main)
+        for name in ("khronos.ktx", "surface.dds", "old.mox"):
+            desktop.send(str(files[name]))
+            self.stored(files[name].name)
+            again = desktop.folder / f"again {name}.mox"
+            self.save_as(6, again)
+            wait_for(again.name, again.exists)
+            self.assertEqual(pixels, again.read_bytes()[-size:], name)
+
+        # What a container has no place for ends in a message, and the document keeps its name: version 2 for OpenGL and blocks.
+        desktop.window("Halvane")
+        desktop.keys("ctrl+e")
+        desktop.window("Encode Texture")
+        desktop.type("DirectX")
+        desktop.keys(*["Tab"] * 7, "Down", "Home", "Return")
+        desktop.gone("Encode Texture")
+        self.save_as(5, desktop.folder / "blocks.mox")
+        desktop.window("An Error Has Occurred")
+        desktop.keys("Return")
+        desktop.gone("An Error Has Occurred")
+        self.assertFalse((desktop.folder / "blocks.mox").exists())
+        self.save_as(6, desktop.folder / "blocks.dds")
+        wait_for("blocks.dds", (desktop.folder / "blocks.dds").exists)
+        self.assertEqual("BC1", self.info(desktop.folder / "blocks.dds")["formatName"])
+        self.leave(process)
+        self.assertEqual([], [path.name for path in desktop.folder.glob(".halvane-*")])
 
 
 if __name__ == "__main__":
