@@ -13,10 +13,13 @@ using namespace moxtexture;
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* pBytes, size_t uiSize)
 {
     const testsupport::CMemoryFile file(pBytes, uiSize);
-    CMOXTexture texture;
-    const bool bLoaded = readDds(file.get(), texture);
-    fuzzsupport::requireSound(texture);
-    fuzzsupport::require(!bLoaded || texture.getDataSize() != 0);
+    CMOXTexture loaded;
+    const bool bLoaded = readDds(file.get(), loaded);
+    fuzzsupport::requireSound(loaded);
+    fuzzsupport::require(!bLoaded || loaded.getDataSize() != 0);
+    fuzzsupport::lookAtSurfaces(loaded);
+
+    CMOXTexture texture = fuzzsupport::cutToSize(loaded);
     if (fuzzsupport::isKeptByDds(texture) && !needsDdsPreparation(texture))
         fuzzsupport::requireSavedAsItIs(texture, "dds", writeDds);
     correctLoadedDds(texture);

@@ -38,27 +38,6 @@ uint64_t countPixels(const CMOXTextureHeader& header)
     return count.getValue();
 }
 
-/// A texture of the same encoding and kind of shape that is quick to convert. Nothing is lost by it: a short file's data fills no
-/// more than the start of a large block, and the rest is zeros.
-CMOXTexture cutToSize(const CMOXTexture& texture)
-{
-    constexpr uint64_t ui64MostPixels = 65536;
-    if (texture.getDataSize() == 0 || countPixels(texture) <= ui64MostPixels)
-        return texture;
-
-    CMOXTextureHeader header(texture);
-    while (countPixels(header) > ui64MostPixels) // ends, as there are no more than 32 levels
-    {
-        header.setWidth((header.getWidth() + 1) / 2);
-        header.setHeight((header.getHeight() + 1) / 2);
-        header.setDepth((header.getDepth() + 1) / 2);
-        header.setNumArrayMembers((header.getNumArrayMembers() + 1) / 2);
-        header.setNumFaces((header.getNumFaces() + 1) / 2);
-    }
-    const bool bLess = header.fitsDataBlock() && header.getDataSize() <= texture.getBlockSize();
-    return CMOXTexture(header, bLess ? texture.getDataPtr() : nullptr);
-}
-
 void lookAtHeader(const CMOXTextureHeader& header)
 {
     uint32_t x = 0, y = 0, z = 0;
@@ -74,26 +53,6 @@ void lookAtHeader(const CMOXTextureHeader& header)
         static_cast<void>(getColourSpaceName(header.getColourSpace(), bShort));
     }
     static_cast<void>(getFormatName(header.getPixelFormat()));
-}
-
-/// Touches both ends of every surface.
-void lookAtSurfaces(const CMOXTexture& texture)
-{
-    if (texture.getDataSize() == 0)
-        return;
-    uint32_t uiLeft = 4096;
-    volatile uint8_t ui8Seen = 0;
-    const auto look = [&](uint32_t uiLevel, uint32_t uiMember, uint32_t uiFace)
-    {
-        const uint8_t* pSurface = texture.getDataPtr(uiLevel, uiMember, uiFace);
-        const uint32_t uiSize = texture.getDataSize(uiLevel, false, false);
-        require(pSurface != nullptr && uiSize != 0);
-        ui8Seen = pSurface[0];
-        ui8Seen = pSurface[uiSize - 1];
-        return --uiLeft != 0;
-    };
-    static_cast<void>(walkSurfaces(texture, look));
-    static_cast<void>(ui8Seen);
 }
 
 void bringToRGBA8(const CMOXTexture& loaded)
@@ -140,6 +99,25 @@ void requireSound(const CMOXTexture& texture)
             texture.getMetaDataSize() == texture.sumMetaDataSize());
 }
 
+void lookAtSurfaces(const CMOXTexture& texture)
+{
+    if (texture.getDataSize() == 0)
+        return;
+    uint32_t uiLeft = 4096;
+    volatile uint8_t ui8Seen = 0;
+    const auto look = [&](uint32_t uiLevel, uint32_t uiMember, uint32_t uiFace)
+    {
+        const uint8_t* pSurface = texture.getDataPtr(uiLevel, uiMember, uiFace);
+        const uint32_t uiSize = texture.getDataSize(uiLevel, false, false);
+        require(pSurface != nullptr && uiSize != 0);
+        ui8Seen = pSurface[0];
+        ui8Seen = pSurface[uiSize - 1];
+        return --uiLeft != 0;
+    };
+    static_cast<void>(walkSurfaces(texture, look));
+    static_cast<void>(ui8Seen);
+}
+
 void useLoaded(const CMOXTexture& texture)
 {
     lookAtHeader(texture);
@@ -149,6 +127,25 @@ void useLoaded(const CMOXTexture& texture)
         return;
     saveEverywhere(texture);
     saveForOthers(texture);
+}
+
+CMOXTexture cutToSize(const CMOXTexture& texture)
+{
+    constexpr uint64_t ui64MostPixels = 65536;
+    if (texture.getDataSize() == 0 || countPixels(texture) <= ui64MostPixels)
+        return texture;
+
+    CMOXTextureHeader header(texture);
+    while (countPixels(header) > ui64MostPixels) // ends, as there are no more than 32 levels
+    {
+        header.setWidth((header.getWidth() + 1) / 2);
+        header.setHeight((header.getHeight() + 1) / 2);
+        header.setDepth((header.getDepth() + 1) / 2);
+        header.setNumArrayMembers((header.getNumArrayMembers() + 1) / 2);
+        header.setNumFaces((header.getNumFaces() + 1) / 2);
+    }
+    const bool bLess = header.fitsDataBlock() && header.getDataSize() <= texture.getBlockSize();
+    return CMOXTexture(header, bLess ? texture.getDataPtr() : nullptr);
 }
 
 bool isSmall(const CMOXTexture& texture)

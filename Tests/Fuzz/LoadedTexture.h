@@ -13,6 +13,9 @@ void require(bool bTrue);
 /// Requires what every reader promises, however the load ended: the texture holds what its header measures.
 void requireSound(const moxtexture::CMOXTexture& texture);
 
+/// Touches both ends of every surface.
+void lookAtSurfaces(const moxtexture::CMOXTexture& texture);
+
 /// Does with a texture from a file what programs do with one: looks at all that the header tells and at every surface, brings it to
 /// 8-bit RGBA, and saves it in every container, as it is and as other programs want it. The native file must give it back as it is,
 /// and so must a KTX or DDS file with layouts put right.
@@ -25,6 +28,10 @@ void useLoaded(const moxtexture::CMOXTexture& texture);
 /// @param strExtension  tells the reader, see readTexture()
 template <typename Write>
 void requireSavedAsItIs(const moxtexture::CMOXTexture& texture, const std::string& strExtension, Write write);
+
+/// A texture of the same encoding and kind of shape that is quick to convert. Nothing is lost by it: a short file's data fills no
+/// more than the start of a large block, and the rest is zeros.
+moxtexture::CMOXTexture cutToSize(const moxtexture::CMOXTexture& texture);
 
 /// True for a texture that is quick to save.
 bool isSmall(const moxtexture::CMOXTexture& texture);

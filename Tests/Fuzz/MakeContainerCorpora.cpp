@@ -196,8 +196,8 @@ void writeLegacy(CCorpusFolder& corpus)
 {
     const auto make = [&](const std::string& strName, const CLegacyFileBuilder& builder) { corpus.write(strName, builder.bytes()); };
     // Types of every kind: blocks of each size, packed pairs, one bit, shared exponent, layouts of 1, 2, 3, 4, 6, 8 and 16 bytes.
-    for (const uint32_t uiType :
-         {0u, 2u, 4u, 5u, 9u, 10u, 12u, 13u, 18u, 28u, 29u, 32u, 33u, 36u, 38u, 39u, 50u, 53u, 54u, 83u, 96u, 125u, 126u, 136u, 181u, 182u})
+    for (const uint32_t uiType : {0u,  2u,  4u,  5u,  9u,  10u, 11u, 12u, 13u,  18u,  28u,  29u,  32u,  33u, 34u,
+                                  36u, 38u, 39u, 50u, 53u, 54u, 83u, 96u, 125u, 126u, 127u, 136u, 181u, 182u})
         for (const uint32_t uiHeaderSize : {44u, 52u})
             make("type-" + std::to_string(uiType) + "-header-" + std::to_string(uiHeaderSize),
                  CLegacyFileBuilder(uiHeaderSize).size(8, 8).flags(uiType).data(noise(64 * 16)));
