@@ -1,10 +1,15 @@
 #include "CommandLine/HalvaneCli.h"
+#include "Support/DdsFileBuilder.h"
+#include "Support/KtxFileBuilder.h"
+#include "Support/LegacyFileBuilder.h"
 #include "Support/NativeFileBuilder.h"
 
 using namespace testsupport;
 
 namespace
 {
+
+const std::string k_strNative = "hostile.mox";
 
 /// A good file of some size: four levels, metadata, an orientation.
 CNativeFileBuilder makeGoodFile()
@@ -17,17 +22,22 @@ CNativeFileBuilder makeGoodFile()
 }
 
 /// Every verb over a file: each ends by itself, with 0 or 1, and with one line where it fails.
-void expectSurvived(const std::vector<uint8_t>& bytes, const std::string& strName = "hostile.mox")
+void expectSurvived(const std::vector<uint8_t>& bytes, const std::string& strName = k_strNative)
 {
     const CTemporaryFolder folder;
     const std::string strPath = folder.write(strName, bytes);
-    const std::vector<std::vector<std::string>> lines = {
+    std::vector<std::vector<std::string>> lines = {
         {"info", strPath, "--json"},
         {"info", strPath},
         {"convert", strPath, "-o", folder.path("saved.mox")},
         {"convert", strPath, "-o", folder.path("edited.mox"), "--flip", "y", "--resize", "4x4", "--mips", "all", "--format", "bc1"},
         {"extract", strPath, "-o", folder.path("picture.png")},
     };
+    if (strName != k_strNative)
+    {
+        lines.push_back({"convert", strPath, "-o", folder.path("saved.dds")});
+        lines.push_back({"convert", strPath, "-o", folder.path("saved.ktx"), "--as-stored"});
+    }
     for (const std::vector<std::string>& words : lines)
     {
         const ProgramRun run = cli(words);
@@ -144,4 +154,83 @@ TEST(HostileFiles, ABrokenImageIsOneLineAndNotTheImageLibrarysOwn)
     std::vector<uint8_t> turned = good;
     turned[3000] ^= 0xFF; // a checksum does not fit
     expectSurvived(turned, "turned.png");
+}
+
+namespace
+{
+
+/// Every verb ends in 1 over the file, with the text of what cannot be loaded in one line, and nothing is written.
+void expectRefused(const std::string& strName, const std::vector<uint8_t>& bytes)
+{
+    const CTemporaryFolder folder;
+    const std::string strPath = folder.write(strName, bytes);
+    for (const std::vector<std::string>& words : {std::vector<std::string>{"info", strPath},
+                                                  {"convert", strPath, "-o", folder.path("a.mox")},
+                                                  {"convert", strPath, "-o", folder.path("a.mox"), "--legacy", "7"},
+                                                  {"convert", strPath, "-o", folder.path("a.dds"), "--as-stored"},
+                                                  {"convert", strPath, "-o", folder.path("a.ktx"), "--format", "bc1"},
+                                                  {"extract", strPath, "-o", folder.path("a.png")}})
+        expectFailed(cli(words), "Either file is not a valid image or texture file, or is an unsupported format. If the file is a simple "
+                                 "bitmap or texture file, you could try wrapping it as raw data.");
+    EXPECT_EQ(1u, folder.count());
+}
+
+CKtxFileBuilder makeGoodKtx()
+{
+    return CKtxFileBuilder().size(4, 4).withKey("KTXorientation", "S=r,T=u").level(64, std::vector<uint8_t>(64, 0x5A));
+}
+
+} // namespace
+
+TEST(HostileContainers, ThatClaimWhatTheyCannotHoldAreRefused)
+{
+    constexpr uint32_t ui32Most = 0xFFFFFFFF;
+    const std::vector<uint8_t> some(64, 0x5A);
+    expectRefused("a.dds", CDdsFileBuilder().extended(28, 3, 0, ui32Most).data(some).bytes());
+    expectRefused("a.dds", CDdsFileBuilder().extended(28, 3, 4, 0x10000000).data(some).bytes());
+    expectRefused("a.dds", CDdsFileBuilder().extended(28, 0).data(some).bytes());
+    expectRefused("a.dds", CDdsFileBuilder().size(ui32Most, ui32Most).data(some).bytes());
+    expectRefused("a.dds", CDdsFileBuilder().fourCC(0x31545844).size(0xFFFFFFFD, 4).levels(ui32Most).data(some).bytes());
+    expectRefused("a.ktx", makeGoodKtx().keyValueSize(0xFFFFFFF0).size(60000, 60000).bytes());
+    expectRefused("a.ktx", makeGoodKtx().size(ui32Most, ui32Most).bytes());
+    expectRefused("a.ktx", makeGoodKtx().elements(ui32Most).bytes());
+    expectRefused("a.ktx", makeGoodKtx().faces(0).bytes());
+    std::vector<uint8_t> astc = {0x13, 0xAB, 0xA1, 0x5C, 4, 4, 4, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF};
+    astc.insert(astc.end(), some.begin(), some.end());
+    expectRefused("a.astc", astc);
+    expectRefused("a.mox", CLegacyFileBuilder().size(ui32Most, ui32Most).data(some).bytes());
+    expectRefused("a.mox", CLegacyFileBuilder().surfaces(ui32Most).data(some).bytes());
+    expectRefused("a.mox", CLegacyFileBuilder(44).levelsBelow(ui32Most).data(some).bytes());
+}
+
+TEST(HostileContainers, CutShortAnywhereAreSurvived)
+{
+    const std::vector<uint8_t> dds =
+        CDdsFileBuilder().masks(64, 32, 0xFF0000, 0xFF00, 0xFF).size(4, 4).data(std::vector<uint8_t>(64)).bytes();
+    const std::vector<uint8_t> extended = CDdsFileBuilder().extended(24).size(4, 4).data(std::vector<uint8_t>(64)).bytes();
+    const std::vector<uint8_t> ktx = makeGoodKtx().bytes();
+    const std::vector<uint8_t> legacy = CLegacyFileBuilder().size(4, 4).data(std::vector<uint8_t>(64)).bytes();
+    const auto cut = [](const std::vector<uint8_t>& bytes, size_t uiSize)
+    { return std::vector<uint8_t>(bytes.begin(), bytes.begin() + static_cast<ptrdiff_t>(std::min(uiSize, bytes.size()))); };
+    for (const size_t uiSize : {size_t{0}, size_t{44}, size_t{64}, size_t{90}, size_t{128}, size_t{150}})
+    {
+        expectSurvived(cut(dds, uiSize), "a.dds");
+        expectSurvived(cut(extended, uiSize), "a.dds");
+        expectSurvived(cut(ktx, uiSize), "a.ktx");
+        expectSurvived(cut(legacy, uiSize), "a.mox");
+    }
+}
+
+TEST(HostileContainers, ThatAreNoiseAreSurvived)
+{
+    CSeededRandom random(17);
+    for (int i = 0; i < 6; ++i)
+    {
+        std::vector<uint8_t> dds = CDdsFileBuilder().extended(random.below(130), 2 + random.below(3)).data(random.bytes(100)).bytes();
+        std::vector<uint8_t> ktx = makeGoodKtx().bytes();
+        dds[8 + random.below(140)] ^= static_cast<uint8_t>(1u << random.below(8));
+        ktx[16 + random.below(80)] ^= static_cast<uint8_t>(1u << random.below(8));
+        expectSurvived(dds, "a.dds");
+        expectSurvived(ktx, "a.ktx");
+    }
 }

@@ -28,9 +28,9 @@ TEST(Program, HelpsWithItselfAndWithEachVerbOnStandardOutput)
 TEST(Program, NamesEveryOptionInTheHelpOfItsVerb)
 {
     const std::string strHelp = cli({"convert", "--help"}).strOutput;
-    for (const char* strOption :
-         {"--output", "--assume-space", "--resize", "--canvas",  "--flip",   "--rotate", "--border",  "--mips", "--colour-mips", "--filter",
-          "--format", "--type",         "--space",  "--quality", "--dither", "--pad",    "--out-dir", "--ext",  "--jobs",        "--quiet"})
+    for (const char* strOption : {"--output",      "--assume-space", "--resize",  "--canvas", "--flip",  "--rotate",  "--border", "--mips",
+                                  "--colour-mips", "--filter",       "--format",  "--type",   "--space", "--quality", "--dither", "--pad",
+                                  "--legacy",      "--as-stored",    "--out-dir", "--ext",    "--jobs",  "--quiet"})
         EXPECT_NE(std::string::npos, strHelp.find(std::string(strOption) + " ")) << strOption;
     const std::string strExtractHelp = cli({"extract", "--help"}).strOutput;
     for (const char* strOption : {"--output", "--level", "--member", "--face"})
@@ -50,8 +50,7 @@ TEST(Program, KnowsNoVerbOrOperationThatIsNotBuilt)
 {
     for (const char* strVerb : {"compare", "font", "cube", "array", "wrap", "new"})
         expectWrongWords(cli({strVerb, "a", "-o", "b.mox"}), strVerb, "");
-    for (const char* strOption :
-         {"--normal-map", "--pre-multiply", "--bleed", "--set", "--set-float", "--copy", "--legacy", "--as-stored", "--processors"})
+    for (const char* strOption : {"--normal-map", "--pre-multiply", "--bleed", "--set", "--set-float", "--copy", "--processors"})
         expectWrongWords(cli({"convert", "a.mox", "-o", "b.mox", strOption}), strOption, "convert");
 }
 

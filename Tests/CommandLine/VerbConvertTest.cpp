@@ -287,13 +287,7 @@ TEST_F(Convert, LeavesTheEarlierFileWhereItFails)
     m_Folder.write("a.mox", "precious");
     EXPECT_EQ(1, convert("photo.png", "a.mox", {"--format", "bc7"}).iStatus);
     EXPECT_EQ("precious", readText(path("a.mox")));
-    for (const char* strNotYet : {"a.ktx", "a.dds", "a.h"})
-    {
-        m_Folder.write(strNotYet, "precious");
-        expectFailed(convert("photo.png", strNotYet), "Cannot save this texture as " + path(strNotYet));
-        EXPECT_EQ("precious", readText(path(strNotYet)));
-    }
-    EXPECT_EQ(5u, m_Folder.count());
+    EXPECT_EQ(2u, m_Folder.count());
 }
 
 TEST_F(Convert, SaysWhereNothingCanBeWritten)
