@@ -8,6 +8,9 @@
 
 #include <gtest/gtest.h>
 
+#include "Support/ChannelBits.h"
+#include "Support/DdsFileBuilder.h"
+#include "Support/KtxFileBuilder.h"
 #include "Support/NativeLoading.h"
 #include "Support/TemporaryFolder.h"
 
@@ -30,13 +33,13 @@ const Bytes k_RGB = {1, 2, 3, 255, 250, 100, 50, 255, 0, 255, 0, 255, 255, 254, 
 
 struct Load
 {
-    explicit Load(const std::string& strPath)
+    explicit Load(const std::string& strPath, bool bAsStored = false)
     {
         status.bFailed = true; // both must be set anew
         status.strError = "left over";
         status.bWasImage = true;
         texture = CMOXTexture(CMOXTextureHeader(k_RGBA8, 9, 9, 1, 1, 1, 1, eCS_sRGB, eCT_SignedByte, true));
-        loadTextureFile(status, texture, strPath);
+        loadTextureFile(status, texture, strPath, bAsStored);
     }
 
     LoadStatus status;
@@ -204,4 +207,47 @@ TEST(LoadTextureFile, AnImageCutAtAnyLengthIsAnImageOrAFailure)
             EXPECT_EQ(load.status.bFailed, load.texture.getDataSize() == 0);
         }
     }
+}
+
+TEST(LoadTextureFile, LayoutsOfADDSFileArePutRightUnlessTheyAreWantedAsStored)
+{
+    const CTemporaryFolder folder;
+    const Bytes spare = CDdsFileBuilder().masks(64, 32, 0xFF0000, 0xFF00, 0xFF).data({3, 2, 1, 0}).bytes();
+    const Bytes tens = CDdsFileBuilder().extended(24).data({0xFF, 0x03, 0x00, 0x00}).bytes();
+    const Bytes halves = CDdsFileBuilder().fourCC(112).data({1, 2, 3, 4}).bytes();
+    for (const char* strName : {"a.dds", "A.DDS", "a.b.Dds"})
+    {
+        EXPECT_EQ((Bytes{3, 2, 1, 255}), blockOf(Load(folder.write(strName, spare)).texture));
+        EXPECT_EQ((Bytes{3, 2, 1, 0}), blockOf(Load(folder.path(strName), true).texture));
+        EXPECT_EQ(layout("abgr", 2, 10, 10, 10), Load(folder.write(strName, tens)).texture.getPixelFormat());
+        EXPECT_EQ(layout("rgba", 10, 10, 10, 2), Load(folder.path(strName), true).texture.getPixelFormat());
+        EXPECT_EQ(layout("rg", 16, 16), Load(folder.write(strName, halves)).texture.getPixelFormat());
+        EXPECT_EQ(layout("gr", 16, 16), Load(folder.path(strName), true).texture.getPixelFormat());
+    }
+    const Load load(folder.path("a.dds"));
+    EXPECT_FALSE(load.status.bFailed);
+    EXPECT_FALSE(load.status.bWasImage);
+    EXPECT_EQ((Bytes{1, 2, 3, 4}), blockOf(load.texture));
+}
+
+TEST(LoadTextureFile, LayoutsOfOtherFilesAreWhatTheyAre)
+{
+    const CTemporaryFolder folder;
+    // xrgb and gr of floats in a native file, rgbx with 10 bits in a KTX file.
+    const std::string strNative = folder.write("a.mox", CNativeFileBuilder().format(0x0808080862677278).data({1, 2, 3, 4}).bytes());
+    EXPECT_EQ((Bytes{1, 2, 3, 4}), blockOf(Load(strNative).texture));
+    const std::string strFloats =
+        folder.write("b.mox", CNativeFileBuilder().format(0x0000101000007267).channelType(12).data({1, 2, 3, 4}).bytes());
+    EXPECT_EQ(layout("gr", 16, 16), Load(strFloats).texture.getPixelFormat());
+    const std::string strKtx = folder.write("a.ktx", CKtxFileBuilder().format(32850).level(4, {0, 0, 0, 0}).bytes());
+    EXPECT_EQ(layout("rgbx", 10, 10, 10, 2), Load(strKtx).texture.getPixelFormat());
+    EXPECT_EQ((Bytes{0, 0, 0, 0}), blockOf(Load(strKtx).texture));
+}
+
+TEST(LoadTextureFile, AnImageThatIsCalledDDSIsAnImage)
+{
+    const CTemporaryFolder folder;
+    expectImage(folder.write("image.dds", readBytes(k_strImages + "rgba.png")), k_RGBA);
+    expectFailure(folder.write("cut.dds", Bytes(127, 'D')), k_strNoImage);
+    expectFailure(folder.write("cut.ktx", CKtxFileBuilder().keyValueSize(0xFFFFFFF0).size(9999, 9999).bytes()), k_strNoImage);
 }
