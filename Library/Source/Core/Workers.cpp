@@ -8,10 +8,23 @@
 
 namespace moxtexture
 {
+namespace
+{
+
+/// 0: the machine's own. The one number here that a process keeps, since every division of work must see the same one.
+std::atomic<uint32_t> g_uiProcessorCount{0};
+
+} // namespace
 
 uint32_t getProcessorCount()
 {
-    return std::max(1u, std::thread::hardware_concurrency());
+    const uint32_t uiCount = g_uiProcessorCount;
+    return uiCount != 0 ? uiCount : std::max(1u, std::thread::hardware_concurrency());
+}
+
+void setProcessorCount(uint32_t uiCount)
+{
+    g_uiProcessorCount = uiCount;
 }
 
 void runTasks(size_t uiTaskCount, uint32_t uiThreadCount, const std::function<void(size_t)>& task)
