@@ -17,11 +17,8 @@ namespace
 
 bool writeBytes(const QByteArray& bytes, const std::string& strPath)
 {
-    CFileHandle file = CFileHandle::openForWriting(strPath);
-    if (!file.isOpen())
-        return false;
-    const bool bWritten = std::fwrite(bytes.constData(), static_cast<size_t>(bytes.size()), 1, file.get()) == 1;
-    return finishWriting(file, bWritten, strPath);
+    return writeFile(strPath,
+                     [&](std::FILE* pFile) { return std::fwrite(bytes.constData(), static_cast<size_t>(bytes.size()), 1, pFile) == 1; });
 }
 
 } // namespace

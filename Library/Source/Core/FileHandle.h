@@ -53,6 +53,20 @@ private:
 /// @return true if the whole file is there
 [[nodiscard]] bool finishWriting(CFileHandle& file, bool bWritten, const std::string& strPath);
 
+/// Writes a file straight to a path; an earlier one there is emptied first.
+///
+/// @param write  called with the open std::FILE*; gives false if anything failed
+/// @return false if the file cannot be opened (write is not called then) or is not there as a whole, see finishWriting()
+template <typename Write>
+[[nodiscard]] bool writeFile(const std::string& strPath, Write write)
+{
+    CFileHandle file = CFileHandle::openForWriting(strPath);
+    if (!file.isOpen())
+        return false;
+    const bool bWritten = write(file.get());
+    return finishWriting(file, bWritten, strPath);
+}
+
 /// Bytes of an open file. The file stands at its start then.
 /// @return false for what has no end to seek to
 [[nodiscard]] bool getFileSize(std::FILE* pFile, uint64_t& ui64Size);

@@ -130,11 +130,7 @@ std::string getCArrayName(const std::string& strPath)
 
 bool saveCHeader(const CMOXTexture& texture, const std::string& strPath)
 {
-    CFileHandle file = CFileHandle::openForWriting(strPath);
-    if (!file.isOpen())
-        return false;
-    const bool bWritten = writeCHeader(texture, file.get(), getCArrayName(strPath));
-    return finishWriting(file, bWritten, strPath);
+    return writeFile(strPath, [&](std::FILE* pFile) { return writeCHeader(texture, pFile, getCArrayName(strPath)); });
 }
 
 } // namespace moxtexture

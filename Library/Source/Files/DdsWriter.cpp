@@ -104,11 +104,7 @@ bool writeContents(const CMOXTexture& texture, std::FILE* pFile)
 
 bool writeDds(const CMOXTexture& texture, const std::string& strPath)
 {
-    CFileHandle file = CFileHandle::openForWriting(strPath);
-    if (!file.isOpen())
-        return false;
-    const bool bWritten = writeContents(texture, file.get());
-    return finishWriting(file, bWritten, strPath);
+    return writeFile(strPath, [&](std::FILE* pFile) { return writeContents(texture, pFile); });
 }
 
 } // namespace moxtexture

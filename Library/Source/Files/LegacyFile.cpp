@@ -138,11 +138,7 @@ bool readLegacyData(std::FILE* pFile, CMOXTexture& texture)
 
 bool saveLegacy(const CMOXTexture& texture, const std::string& strPath, uint32_t ui32Api)
 {
-    CFileHandle file = CFileHandle::openForWriting(strPath);
-    if (!file.isOpen())
-        return false;
-    const bool bWritten = writeContents(texture, ui32Api, file.get());
-    return finishWriting(file, bWritten, strPath);
+    return writeFile(strPath, [&](std::FILE* pFile) { return writeContents(texture, ui32Api, pFile); });
 }
 
 } // namespace moxtexture

@@ -128,6 +128,23 @@ TEST(FinishWriting, RemovesAFileThatFillsTheDiskOnlyOnClosing)
     EXPECT_EQ(0u, folder.count());
 }
 
+TEST(WriteFile, KeepsWhatWasWrittenAndRemovesWhatFailed)
+{
+    const CTemporaryFolder folder;
+    EXPECT_TRUE(writeFile(folder.path("a"), [](std::FILE* pFile) { return std::fwrite("abc", 1, 3, pFile) == 3; }));
+    EXPECT_EQ("abc", testsupport::readText(folder.path("a")));
+    EXPECT_FALSE(writeFile(folder.path("a"), [](std::FILE*) { return false; }));
+    EXPECT_EQ(0u, folder.count());
+}
+
+TEST(WriteFile, DoesNotCallTheWriterWhereThePathCannotBeOpened)
+{
+    const CTemporaryFolder folder;
+    bool bCalled = false;
+    EXPECT_FALSE(writeFile(folder.path("missing/a"), [&](std::FILE*) { return bCalled = true; }));
+    EXPECT_FALSE(bCalled);
+}
+
 TEST(FileSize, IsTheBytesOfTheFileAndLeavesItAtItsStart)
 {
     const CTemporaryFolder folder;
