@@ -1,21 +1,13 @@
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
 
+#include "Codecs/MOXTC/BlockRegion.h"
+
 namespace moxtexture
 {
-
-/// Blocks x0 to x1 - 1 of rows y0 to y1 - 1; counts of blocks, not of pixels.
-struct BlockRegion
-{
-    uint32_t uiX0;
-    uint32_t uiX1;
-    uint32_t uiY0;
-    uint32_t uiY1;
-};
 
 /// A picture on its way into blocks: the source, and the two pictures whose blend shall come near it.
 ///
@@ -47,7 +39,7 @@ struct CompressorImages
 /// A copy of a picture, with colours and upscaled pictures of 0.
 ///
 /// @param pSource  uiHeight rows of uiWidth pixels, four bytes each, red first, without padding or need of alignment
-/// @param uiWidth, uiHeight  multiples of the block's, which has uiBlockWidth (8 at 2bpp, 4 at 4bpp) by 4 pixels
+/// @param uiWidth, uiHeight  multiples of the block's, which has ui8BlockWidth (8 at 2bpp, 4 at 4bpp) by 4 pixels
 /// Throws std::bad_alloc where memory is refused.
 [[nodiscard]] CompressorImages makeCompressorImages(const uint8_t* pSource, uint32_t uiWidth, uint32_t uiHeight, uint8_t ui8BlockWidth);
 

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "Codecs/MOXTC/CompressorImages.h"
+#include "Codecs/MOXTC/BlockRegion.h"
 
 namespace moxtexture
 {
