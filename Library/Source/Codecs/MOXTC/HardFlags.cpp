@@ -5,40 +5,27 @@
 
 namespace moxtexture
 {
-namespace
-{
 
-int32_t squaredDistance(const uint8_t* pui8First, const uint8_t* pui8Second)
+std::vector<uint8_t> findHardFlags(const CompressorImages& images)
 {
-    int32_t iSum = 0;
-    for (size_t i = 0; i < 4; ++i)
+    // The shorter of two steps, from A to A and from B to B: an edge shows in both.
+    const auto getStep = [&images](size_t uiFrom, size_t uiTo)
     {
-        const int32_t iDifference = pui8First[i] - pui8Second[i];
-        iSum += iDifference * iDifference;
-    }
-    return iSum;
-}
-
-} // namespace
-
-void findHardFlags(const uint8_t* pui8ColourA, const uint8_t* pui8ColourB, uint32_t uiBlocksX, uint32_t uiBlocksY, uint8_t* pui8Flags)
-{
-    const auto place = [&](uint32_t x, uint32_t y) { return size_t{y} * uiBlocksX + x; };
-    // The nearer of the two steps, from A to A and from B to B: an edge shows in both.
-    const auto step = [&](size_t uiFrom, size_t uiTo)
-    {
-        return std::min(squaredDistance(pui8ColourA + 4 * uiFrom, pui8ColourA + 4 * uiTo),
-                        squaredDistance(pui8ColourB + 4 * uiFrom, pui8ColourB + 4 * uiTo));
+        return std::min(getSquaredDistance(images.colourA[uiFrom], images.colourA[uiTo]),
+                        getSquaredDistance(images.colourB[uiFrom], images.colourB[uiTo]));
     };
-    for (uint32_t y = 0; y < uiBlocksY; ++y)
-        for (uint32_t x = 0; x < uiBlocksX; ++x)
+
+    std::vector<uint8_t> flags(images.getBlockCount());
+    for (uint32_t y = 0; y < images.uiBlocksY; ++y)
+        for (uint32_t x = 0; x < images.uiBlocksX; ++x)
         {
-            const size_t uiBlock = place(x, y);
-            const int32_t iRight = step(uiBlock, place(x + 1 < uiBlocksX ? x + 1 : 0, y));
-            const int32_t iDown = step(uiBlock, place(x, y + 1 < uiBlocksY ? y + 1 : 0));
-            const int32_t iOwn = squaredDistance(pui8ColourA + 4 * uiBlock, pui8ColourB + 4 * uiBlock);
-            pui8Flags[uiBlock] = std::max(iRight, iDown) > std::max(iOwn / 4, k_iHardFlagLeastDistance) ? 1 : 0;
+            const size_t uiBlock = images.getBlockIndex(x, y);
+            const int32_t iRight = getStep(uiBlock, images.getBlockIndex(x + 1 < images.uiBlocksX ? x + 1 : 0, y));
+            const int32_t iDown = getStep(uiBlock, images.getBlockIndex(x, y + 1 < images.uiBlocksY ? y + 1 : 0));
+            const int32_t iOwn = getSquaredDistance(images.colourA[uiBlock], images.colourB[uiBlock]);
+            flags[uiBlock] = std::max(iRight, iDown) > std::max(iOwn / 4, k_iHardFlagLeastDistance) ? 1 : 0;
         }
+    return flags;
 }
 
 } // namespace moxtexture

@@ -19,7 +19,8 @@ uint32_t sourceOf(uint32_t i, uint32_t uiSide, uint32_t uiPaddedSide)
 
 } // namespace
 
-std::vector<uint8_t> padImage(const uint8_t* pui8Source, uint32_t uiWidth, uint32_t uiHeight, uint32_t uiPaddedWidth, uint32_t uiPaddedHeight)
+std::vector<uint8_t> padImage(const uint8_t* pui8Source, uint32_t uiWidth, uint32_t uiHeight, uint32_t uiPaddedWidth,
+                              uint32_t uiPaddedHeight)
 {
     const size_t uiRow = size_t{4} * uiWidth;
     const size_t uiPaddedRow = size_t{4} * uiPaddedWidth;

@@ -14,6 +14,8 @@ uint32_t getMOXTCThreadCount(uint32_t uiBlocksX, uint32_t uiBlocksY)
 
 std::vector<BlockRegion> getMOXTCTiles(uint32_t uiThreadCount, uint32_t uiBlocksX, uint32_t uiBlocksY)
 {
+    if (uiThreadCount == 0)
+        return {};
     uint32_t uiColumns = 1;
     while ((uiColumns + 1) * (uiColumns + 1) <= uiThreadCount)
         ++uiColumns;

@@ -4,16 +4,12 @@
 #include <cstdint>
 #include <vector>
 
+#include "Codecs/MOXTC/CompressorImages.h"
+#include "Codecs/MOXTC/RefinementPasses.h"
 #include "Core/Workers.h"
 
 namespace moxtexture
 {
-
-/// Blocks uiX0 to uiX1 - 1 of the rows uiY0 to uiY1 - 1.
-struct BlockRegion
-{
-    uint32_t uiX0, uiX1, uiY0, uiY1;
-};
 
 /// The thread count for a grid: 64, the processors or the blocks, whichever is least.
 [[nodiscard]] uint32_t getMOXTCThreadCount(uint32_t uiBlocksX, uint32_t uiBlocksY);
@@ -23,7 +19,7 @@ struct BlockRegion
 ///
 /// On purpose: tile sizes truncate, and the blocks of the remainder at the right and below belong to no tile.
 ///
-/// @param uiThreadCount  1 or more
+/// @param uiThreadCount  0 gives no tiles
 [[nodiscard]] std::vector<BlockRegion> getMOXTCTiles(uint32_t uiThreadCount, uint32_t uiBlocksX, uint32_t uiBlocksY);
 
 /// Runs a compressor's refinement passes, a tile to a thread.
@@ -34,7 +30,7 @@ template <typename TCompressor>
 class CMOXTCThreadDriver
 {
 public:
-    /// The compressor, which must outlive the driver, is of either generation.
+    /// The compressor, MOXTCCompressor or MOXTCIICompressor, must outlive the driver.
     explicit CMOXTCThreadDriver(TCompressor& compressor)
         : m_compressor(compressor), m_uiThreadCount(getMOXTCThreadCount(compressor.getBlocksX(), compressor.getBlocksY()))
     {
@@ -42,21 +38,12 @@ public:
 
     [[nodiscard]] uint32_t getThreadCount() const { return m_uiThreadCount; }
 
-    /// All passes: colours by tiles, upscaling by the caller, then, in every pass whose number is a multiple of the compressor's
-    /// modulation interval (0: in none), modulation by tiles.
+    /// All passes (runRefinementPasses), what is done by tiles on one thread a tile; returns when all have ended.
     void run()
     {
         const std::vector<BlockRegion> tiles = getMOXTCTiles(m_uiThreadCount, m_compressor.getBlocksX(), m_compressor.getBlocksY());
-        const auto forEachTile = [&](auto work) { runTasks(tiles.size(), m_uiThreadCount, [&](size_t uiTile) { work(tiles[uiTile]); }); };
-
-        const uint32_t uiInterval = m_compressor.getModulationInterval();
-        for (uint32_t uiPass = 0; uiPass < m_compressor.getIterations(); ++uiPass)
-        {
-            forEachTile([&](const BlockRegion& tile) { m_compressor.OptimiseColours(tile.uiX0, tile.uiX1, tile.uiY0, tile.uiY1); });
-            m_compressor.UpscaleColours();
-            if (uiInterval != 0 && uiPass % uiInterval == 0)
-                forEachTile([&](const BlockRegion& tile) { m_compressor.OptimiseModulation(tile.uiX0, tile.uiX1, tile.uiY0, tile.uiY1); });
-        }
+        runRefinementPasses(m_compressor, [&](const auto& step)
+                            { runTasks(tiles.size(), m_uiThreadCount, [&](size_t uiTile) { step(tiles[uiTile]); }); });
     }
 
 private:
