@@ -4,10 +4,30 @@
 #include <cstdint>
 
 #include "Codecs/MOXTC/Block/BlockOrder.h"
-#include "Codecs/MOXTC/Block/BlockWord.h"
+#include "Codecs/MOXTC/Block/CellColours.h"
 
 namespace moxtexture
 {
+
+struct BlockCounts
+{
+    uint32_t uiX = 0;
+    uint32_t uiY = 0;
+};
+
+/// Whole blocks of a MOXTC1 surface, raised to 16 x 8 pixels at 2bpp or 8 x 8 at 4bpp: 2 or more each way.
+[[nodiscard]] constexpr BlockCounts getMOXTC1BlockCounts(uint32_t uiWidth, uint32_t uiHeight, bool b2bpp)
+{
+    constexpr uint32_t k_uiLeast = 2;
+    return {std::max(uiWidth / getBlockWidth(b2bpp), k_uiLeast), std::max(uiHeight / k_uiBlockHeight, k_uiLeast)};
+}
+
+/// Blocks of a MOXTCII surface padded to whole ones.
+[[nodiscard]] constexpr BlockCounts getMOXTCIIBlockCounts(uint32_t uiWidth, uint32_t uiHeight, bool b2bpp)
+{
+    const auto countBlocks = [](uint32_t uiPixels, uint32_t uiSide) { return uiPixels / uiSide + (uiPixels % uiSide != 0 ? 1 : 0); };
+    return {countBlocks(uiWidth, getBlockWidth(b2bpp)), countBlocks(uiHeight, k_uiBlockHeight)};
+}
 
 enum class EBlockOrder
 {
@@ -20,8 +40,8 @@ class CBlockGrid
 {
 public:
     /// @param pBlocks  uiSize bytes, which may be fewer than the grid needs
-    CBlockGrid(const uint8_t* pBlocks, size_t uiSize, uint32_t uiXBlocks, uint32_t uiYBlocks, EBlockOrder eOrder)
-        : m_pBlocks(pBlocks), m_ui64Count(uiSize / k_uiBlockBytes), m_uiXBlocks(uiXBlocks), m_uiYBlocks(uiYBlocks), m_eOrder(eOrder)
+    CBlockGrid(const uint8_t* pBlocks, size_t uiSize, BlockCounts counts, EBlockOrder eOrder)
+        : m_pBlocks(pBlocks), m_ui64Count(uiSize / k_uiBlockBytes), m_uiXBlocks(counts.uiX), m_uiYBlocks(counts.uiY), m_eOrder(eOrder)
     {
     }
 
@@ -36,6 +56,14 @@ public:
     {
         const uint64_t ui64Index = getIndex(x, y);
         return ui64Index < m_ui64Count ? loadBlock(m_pBlocks + static_cast<size_t>(ui64Index) * k_uiBlockBytes) : BlockWord{};
+    }
+
+    /// The blocks around the cell from the centre of block (x, y), wrapping at the right and lower edges.
+    CellBlocks getCellBlocks(uint32_t x, uint32_t y) const
+    {
+        const uint32_t uiRight = x + 1 == m_uiXBlocks ? 0 : x + 1;
+        const uint32_t uiBelow = y + 1 == m_uiYBlocks ? 0 : y + 1;
+        return {getBlock(x, y), getBlock(uiRight, y), getBlock(x, uiBelow), getBlock(uiRight, uiBelow)};
     }
 
 private:

@@ -3,7 +3,7 @@
 #include <array>
 #include <cstdint>
 
-#include "Codecs/MOXTC/Block/BlockWord.h"
+#include "Codecs/MOXTC/Block/CellColours.h"
 
 namespace moxtexture
 {
@@ -12,7 +12,7 @@ namespace moxtexture
 /// blocks at the upper left, lower right, upper right and lower left of the cell.
 using BlockPalette = std::array<std::array<uint8_t, 4>, 8>;
 
-[[nodiscard]] BlockPalette makeBlockPalette(const BlockWord& P, const BlockWord& Q, const BlockWord& R, const BlockWord& S);
+[[nodiscard]] BlockPalette makeBlockPalette(const CellBlocks& blocks);
 
 /// Which colour of the palette pixel (x, y) of a hard cell shows for its code.
 ///

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "Codecs/MOXTC/Block/BlockWord.h"
+#include "Codecs/MOXTC/Block/CellColours.h"
 
 namespace moxtexture
 {
@@ -68,7 +68,7 @@ public:
     static constexpr uint32_t k_uiHeight = 2 * k_uiBlockHeight;
 
     CModulationMap() = default;
-    CModulationMap(const BlockWord& P, const BlockWord& Q, const BlockWord& R, const BlockWord& S, bool b2bpp);
+    CModulationMap(const CellBlocks& blocks, bool b2bpp);
 
     uint8_t getCode(uint32_t x, uint32_t y) const { return m_aui8Codes[y * k_uiWidth + x]; }
     uint8_t getMode(uint32_t x, uint32_t y) const { return m_aui8Modes[y * k_uiWidth + x]; }

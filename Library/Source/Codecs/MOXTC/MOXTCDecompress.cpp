@@ -1,0 +1,29 @@
+#include "Codecs/MOXTC/MOXTCDecompress.h"
+
+#include "Codecs/MOXTC/Block/BlockGrid.h"
+#include "Codecs/MOXTC/MOXTC1DecoderReference.h"
+#include "Codecs/MOXTC/MOXTCIIDecoderReference.h"
+
+namespace moxtexture
+{
+
+uint64_t getMOXTCDataSize(uint32_t uiWidth, uint32_t uiHeight, bool b2bpp, bool bII)
+{
+    const BlockCounts counts = bII ? getMOXTCIIBlockCounts(uiWidth, uiHeight, b2bpp) : getMOXTC1BlockCounts(uiWidth, uiHeight, b2bpp);
+    return uint64_t{counts.uiX} * counts.uiY * k_uiBlockBytes;
+}
+
+uint32_t MOXTCDecompress(const uint8_t* pSource, uint8_t* pTarget, uint32_t uiWidth, uint32_t uiHeight, bool b2bpp, bool bII)
+{
+    const uint32_t uiSize = uiWidth * uiHeight * 4;
+    if (pSource == nullptr || pTarget == nullptr)
+        return uiSize;
+
+    const auto uiSourceSize = static_cast<size_t>(getMOXTCDataSize(uiWidth, uiHeight, b2bpp, bII));
+    if (bII)
+        return DecompressMOXTCIIReference(pSource, uiSourceSize, pTarget, uiWidth, uiHeight, true, b2bpp) ? uiSize : 0;
+    (void)DecompressMOXTCReference(pSource, uiSourceSize, b2bpp, uiWidth, uiHeight, pTarget);
+    return uiSize;
+}
+
+} // namespace moxtexture
