@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <cstddef>
 #include <cstdint>
 
 namespace moxtexture
@@ -14,7 +13,7 @@ struct BlockRecord2bpp
     static constexpr uint32_t k_uiPixels = 32;
 
     std::array<uint8_t, k_uiPixels> aui8DirectCodes{};       ///< 0 or 3
-    std::array<uint8_t, k_uiPixels> aui8InterpolatedCodes{}; ///< 0 to 3 where (x ^ y) & 1 is 0; elsewhere nothing is stored, and it is 0
+    std::array<uint8_t, k_uiPixels> aui8InterpolatedCodes{}; ///< 0 to 3 at stored positions, 0 at the others
     /// By mode: the error of a mode counts so many times.
     std::array<uint8_t, 4> aui8ModeFactors{4, 1, 4, 4};
     uint8_t ui8Mode = 0; ///< 0 direct, 1 horizontal and vertical, 2 and 3 one direction only
@@ -33,12 +32,6 @@ struct BlockRecord4bpp
     uint32_t uiMode = 0; ///< 0 standard, 1 punch-through
 };
 static_assert(sizeof(BlockRecord4bpp) == 40);
-
-/// The bit 0 and bit 20 rule: pixels of a 2bpp block whose code is stored in modes 1 to 3.
-[[nodiscard]] constexpr bool isStoredPosition(uint32_t uiX, uint32_t uiY)
-{
-    return ((uiX ^ uiY) & 1) == 0;
-}
 
 /// The weight of B in eighths for each pixel of a block, by the record's current mode.
 ///

@@ -20,7 +20,8 @@ constexpr float k_fMostColourShift = 100.0f;
 /// Reads the upscaled colours and leaves them. Only the region's colours are written, so regions that do not overlap may be done by
 /// several threads.
 ///
-/// Arithmetic is in 32-bit floats; sums run over the pixels in row order. Results are cut off to bytes, not rounded.
+/// Arithmetic is in 32-bit floats. Differences are multiples of 1/8, and their products with weights multiples of 1/64, few enough
+/// that every sum and mean is exact in any order; only what follows the means rounds. Results are cut off to bytes, not rounded.
 /// The fast forms give the same colours as the references.
 void optimiseColoursReference(CompressorImages& images, const std::vector<BlockRecord2bpp>& blockData, const BlockRegion& region);
 void optimiseColoursReference(CompressorImages& images, const std::vector<BlockRecord4bpp>& blockData, const BlockRegion& region);
