@@ -5,24 +5,17 @@
 
 #include "Files/DdsReader.h"
 #include "Support/DdsFileBuilder.h"
-#include "Support/MemoryFile.h"
+#include "Support/FileLoading.h"
 
 namespace testsupport
 {
 
-struct DdsLoad
-{
-    bool bGood = false;
-    moxtexture::CMOXTexture texture;
-};
+using DdsLoad = FileLoad;
 
 /// What the DDS reader makes of some bytes.
 inline DdsLoad loadDds(const std::vector<uint8_t>& bytes)
 {
-    const CMemoryFile file(bytes);
-    DdsLoad result;
-    result.bGood = moxtexture::readDds(file.get(), result.texture);
-    return result;
+    return loadFile(bytes, moxtexture::readDds);
 }
 
 inline DdsLoad loadDds(const CDdsFileBuilder& builder)

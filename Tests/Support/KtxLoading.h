@@ -1,31 +1,26 @@
 #pragma once
 
 #include <cstdint>
+#include <cstdio>
 #include <vector>
 
 #include "Files/KtxReader.h"
 #include "Files/KtxWriter.h"
 #include "Files/LoadTexture.h"
+#include "Support/FileLoading.h"
 #include "Support/KtxFileBuilder.h"
-#include "Support/MemoryFile.h"
 #include "Support/TemporaryFolder.h"
 
 namespace testsupport
 {
 
-struct KtxLoad
-{
-    bool bGood = false;
-    moxtexture::CMOXTexture texture;
-};
+using KtxLoad = FileLoad;
 
 /// What the KTX reader makes of some bytes.
 inline KtxLoad loadKtx(const std::vector<uint8_t>& bytes)
 {
-    const CMemoryFile file(bytes);
-    KtxLoad result;
-    result.bGood = moxtexture::readThroughStream(file.get(), moxtexture::readKtx, result.texture);
-    return result;
+    return loadFile(bytes, [](std::FILE* pFile, moxtexture::CMOXTexture& texture)
+                    { return moxtexture::readThroughStream(pFile, moxtexture::readKtx, texture); });
 }
 
 inline KtxLoad loadKtx(const CKtxFileBuilder& builder)

@@ -4,25 +4,18 @@
 #include <vector>
 
 #include "Files/NativeFile.h"
-#include "Support/MemoryFile.h"
+#include "Support/FileLoading.h"
 #include "Support/NativeFileBuilder.h"
 
 namespace testsupport
 {
 
-struct NativeLoad
-{
-    bool bGood = false;
-    moxtexture::CMOXTexture texture;
-};
+using NativeLoad = FileLoad;
 
 /// What the native reader makes of some bytes.
 inline NativeLoad loadNative(const std::vector<uint8_t>& bytes)
 {
-    const CMemoryFile file(bytes);
-    NativeLoad result;
-    result.bGood = moxtexture::readNative(file.get(), result.texture);
-    return result;
+    return loadFile(bytes, moxtexture::readNative);
 }
 
 inline NativeLoad loadNative(const CNativeFileBuilder& builder)
