@@ -396,7 +396,7 @@ void CMonkey::answerFileDialog(QDialog& dialog)
     QString strPath = pickPath();
     if (pFiles->acceptMode() == QFileDialog::AcceptSave)
     {
-        static constexpr std::array<const char*, 8> k_aEndings = {".mox", ".mox", ".png", ".ktx", ".DDS", "", ".jpg", ".bmp"};
+        static constexpr std::array<const char*, 8> k_aEndings = {".mox", ".dds", ".png", ".ktx", ".DDS", "", ".jpg", ".bmp"};
         const char* pcEnding = k_aEndings[static_cast<size_t>(below(static_cast<int>(k_aEndings.size())))];
         // Some names come again, and the file is there already.
         strPath = m_strSaveFolder + "/saved " + QString::number(++m_ui32SaveCount % 40) + pcEnding;
