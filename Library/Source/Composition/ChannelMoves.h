@@ -19,7 +19,7 @@ namespace moxtexture
                                    EMOXTChannelType eNewChannelType);
 
 /// Gives every pixel the greatest value, 1.0, in its spare channel 'x': all bits set, but for the sign where there is one.
-/// Does nothing to a texture without a spare channel that is beside and not part of the others.
+/// Does nothing to a texture without a spare channel, to floats, and to pixels of more than 64 bits.
 void fillSpareChannel(CMOXTexture& texture);
 
 } // namespace moxtexture
