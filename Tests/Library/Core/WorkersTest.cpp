@@ -10,11 +10,33 @@
 #include <thread>
 #include <vector>
 
+#include "Support/ProcessorCount.h"
+
 using namespace moxtexture;
 
 TEST(ProcessorCount, IsOneOrMore)
 {
     EXPECT_GE(getProcessorCount(), 1u);
+}
+
+TEST(ProcessorCount, IsWhatWasSetUntilZeroBringsTheMachinesOwnBack)
+{
+    const uint32_t uiOwn = getProcessorCount();
+    {
+        const testsupport::CProcessorCount six(6);
+        EXPECT_EQ(6u, getProcessorCount());
+        setProcessorCount(1000);
+        EXPECT_EQ(1000u, getProcessorCount()) << "more than the machine has";
+    }
+    EXPECT_EQ(uiOwn, getProcessorCount());
+}
+
+TEST(ProcessorCount, IsTheSameOnEveryThread)
+{
+    const testsupport::CProcessorCount three(3);
+    std::vector<uint32_t> counts(8);
+    runTasks(counts.size(), 4, [&](size_t i) { counts[i] = getProcessorCount(); });
+    EXPECT_EQ(std::vector<uint32_t>(8, 3), counts);
 }
 
 TEST(RunTasks, CallsEveryTaskOnceWithAnyNumberOfThreads)

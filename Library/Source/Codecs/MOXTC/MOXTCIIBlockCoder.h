@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 
 #include "Codecs/MOXTC/Block/BlockWord.h"
@@ -7,19 +9,27 @@
 namespace moxtexture
 {
 
-/// Encodes 16 pixels as one MOXTCII 4bpp block, without a look at other blocks.
+constexpr size_t k_uiCodedPixels = 16;
+
+/// 4 rows of 4 pixels, each its bytes as a little-endian number: red in the lowest, alpha in the highest.
+using CodedPixels = std::array<uint32_t, k_uiCodedPixels>;
+
+/// Encodes a MOXTCII 4bpp block without a look at other blocks.
 ///
 /// The block carries the mode flag (punch-through) if any pixel has alpha 0, and otherwise the hard flag. One or two colours are kept
-/// as they are, for more the end points of the principal axis stand in.
-///
-/// @param pui8Pixels  4 rows of 4 pixels, four bytes each, red first
-[[nodiscard]] BlockWord codeMOXTCIIBlock(const uint8_t* pui8Pixels);
+/// as they are, for more the end points of a line through them stand in. Arithmetic is in 32-bit floats.
+[[nodiscard]] BlockWord codeMOXTCIIBlock(const CodedPixels& pixels);
 
 /// Encodes a picture block by block in rows: the fastest way to MOXTCII 4bpp.
 ///
-/// @param pui8Source         uiHeight rows of uiWidth pixels, four bytes each, red first, without padding
+/// The fast form fits several blocks side by side, each in the reference's order of operations, and gives the same bytes.
+///
+/// @param pui8Source         uiHeight rows of uiWidth pixels, four bytes each, red first, without padding or need of alignment
 /// @param uiWidth, uiHeight  multiples of 4
-/// @param pui8Target         8 bytes a block
-void MOXTCIICodeBlocks(const uint8_t* pui8Source, uint32_t uiWidth, uint32_t uiHeight, uint8_t* pui8Target);
+/// @param pui8Target         k_uiBlockBytes a block
+///
+/// Keep no state; any thread may call them.
+void codeMOXTCIIBlocksReference(const uint8_t* pui8Source, uint32_t uiWidth, uint32_t uiHeight, uint8_t* pui8Target);
+void codeMOXTCIIBlocks(const uint8_t* pui8Source, uint32_t uiWidth, uint32_t uiHeight, uint8_t* pui8Target);
 
 } // namespace moxtexture
