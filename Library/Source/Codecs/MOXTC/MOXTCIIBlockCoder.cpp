@@ -92,7 +92,7 @@ BlockWord makeBlock(uint32_t uiColourA, uint32_t uiColourB, const Codes& codes, 
 template <typename GetCode>
 Codes makeCodes(const CodedPixels& pixels, const GetCode& getCode)
 {
-    Codes codes;
+    Codes codes{};
     std::transform(pixels.begin(), pixels.end(), codes.begin(), [&](uint32_t uiPixel) { return static_cast<uint8_t>(getCode(uiPixel)); });
     return codes;
 }
@@ -245,6 +245,11 @@ void codeMOXTCIIBlocksReference(const uint8_t* pui8Source, uint32_t uiWidth, uin
                 pixels[i] = loadLE<uint32_t>(pui8Source + 4 * ((size_t{y} + i / 4) * uiWidth + x + i % 4));
             storeBlock(pui8Target, codeMOXTCIIBlock(pixels));
         }
+}
+
+void codeMOXTCIIBlocks(const uint8_t* pui8Source, uint32_t uiWidth, uint32_t uiHeight, uint8_t* pui8Target)
+{
+    codeMOXTCIIBlocksReference(pui8Source, uiWidth, uiHeight, pui8Target);
 }
 
 } // namespace moxtexture
