@@ -2,7 +2,6 @@
 
 #include <array>
 #include <cstddef>
-#include <cstring>
 #include <optional>
 
 #include "Core/ByteOrder.h"
@@ -138,6 +137,27 @@ std::optional<PixelMoves> findMoves(MOXPixelWord format, EMOXTChannelType eType,
     return moves;
 }
 
+/// A pixel as a number. Pixels as large as a number are copied as one, which makes for vectors; others byte by byte.
+template <typename Word, size_t uiBytes>
+Word loadPixel(const uint8_t* pPixel)
+{
+    if constexpr (uiBytes == sizeof(Word))
+        return loadLE<Word>(pPixel);
+    Word pixel = 0;
+    for (size_t i = 0; i < uiBytes; ++i)
+        pixel = static_cast<Word>(pixel | static_cast<Word>(pPixel[i]) << (8 * i));
+    return pixel;
+}
+
+template <typename Word, size_t uiBytes>
+void storePixel(uint8_t* pPixel, Word pixel)
+{
+    if constexpr (uiBytes == sizeof(Word))
+        return storeLE(pPixel, pixel);
+    for (size_t i = 0; i < uiBytes; ++i)
+        pPixel[i] = static_cast<uint8_t>(pixel >> (8 * i));
+}
+
 template <typename Word, size_t uiBytes>
 void moveFields(const PixelMoves& moves, uint8_t* pData, size_t uiCount)
 {
@@ -155,31 +175,41 @@ void moveFields(const PixelMoves& moves, uint8_t* pData, size_t uiCount)
     const auto ones = static_cast<Word>(moves.ui64Ones);
     for (size_t i = 0; i < uiCount; ++i, pData += uiBytes)
     {
-        Word source = 0;
-        std::memcpy(&source, pData, uiBytes);
+        const auto source = loadPixel<Word, uiBytes>(pData);
         Word target = ones;
         for (unsigned int j = 0; j < k_uiPositions; ++j)
             target = static_cast<Word>(target | ((source >> from[j]) & masks[j]) << to[j]);
-        std::memcpy(pData, &target, uiBytes);
+        storePixel<Word, uiBytes>(pData, target);
     }
 }
 
-/// Pixels of more than 64 bits have elements of 32.
-template <size_t uiElements>
+/// True if every bit of the pixel belongs to an element of uiBits.
+bool isOfElements(const PixelMoves& moves, unsigned int uiBits)
+{
+    unsigned int uiBytes = 0;
+    for (const BitMove& move : moves.aMoves)
+    {
+        if (move.uiCount != 0 && move.uiCount != uiBits)
+            return false;
+        uiBytes += move.uiCount / 8;
+    }
+    return uiBytes == moves.uiBytes;
+}
+
+template <typename Element, size_t uiElements>
 void moveElements(const PixelMoves& moves, uint8_t* pData, size_t uiCount)
 {
     std::array<size_t, uiElements> aFrom = {};
     for (const BitMove& move : moves.aMoves)
         if (move.uiCount != 0)
-            aFrom[move.uiTo / 32] = move.uiFrom / 32;
-    for (size_t i = 0; i < uiCount; ++i, pData += sizeof(uint32_t) * uiElements)
+            aFrom[move.uiTo / (8 * sizeof(Element))] = move.uiFrom / 8;
+    for (size_t i = 0; i < uiCount; ++i, pData += sizeof(Element) * uiElements)
     {
-        std::array<uint32_t, uiElements> source;
-        std::memcpy(source.data(), pData, sizeof(source));
-        std::array<uint32_t, uiElements> target;
+        std::array<Element, uiElements> target;
         for (size_t j = 0; j < uiElements; ++j)
-            target[j] = source[aFrom[j]];
-        std::memcpy(pData, target.data(), sizeof(target));
+            target[j] = loadLE<Element>(pData + aFrom[j]);
+        for (size_t j = 0; j < uiElements; ++j)
+            storeLE(pData + j * sizeof(Element), target[j]);
     }
 }
 
@@ -193,25 +223,25 @@ void apply(const PixelMoves& moves, CMOXTexture& texture)
     switch (moves.uiBytes)
     {
     case 1:
-        return moveFields<uint32_t, 1>(moves, pData, uiCount);
+        return moveFields<uint8_t, 1>(moves, pData, uiCount);
     case 2:
-        return moveFields<uint32_t, 2>(moves, pData, uiCount);
+        return moveFields<uint16_t, 2>(moves, pData, uiCount);
     case 3:
-        return moveFields<uint32_t, 3>(moves, pData, uiCount);
+        return isOfElements(moves, 8) ? moveElements<uint8_t, 3>(moves, pData, uiCount) : moveFields<uint32_t, 3>(moves, pData, uiCount);
     case 4:
         return moveFields<uint32_t, 4>(moves, pData, uiCount);
     case 5:
         return moveFields<uint64_t, 5>(moves, pData, uiCount);
     case 6:
-        return moveFields<uint64_t, 6>(moves, pData, uiCount);
+        return isOfElements(moves, 16) ? moveElements<uint16_t, 3>(moves, pData, uiCount) : moveFields<uint64_t, 6>(moves, pData, uiCount);
     case 7:
         return moveFields<uint64_t, 7>(moves, pData, uiCount);
     case 8:
         return moveFields<uint64_t, 8>(moves, pData, uiCount);
-    case 12:
-        return moveElements<3>(moves, pData, uiCount);
+    case 12: // more than 64 bits are elements of 32
+        return moveElements<uint32_t, 3>(moves, pData, uiCount);
     case 16:
-        return moveElements<4>(moves, pData, uiCount);
+        return moveElements<uint32_t, 4>(moves, pData, uiCount);
     default:
         return;
     }
