@@ -1,8 +1,8 @@
 #include "Codecs/MOXTC/MOXTCDecompress.h"
 
 #include "Codecs/MOXTC/Block/BlockGrid.h"
-#include "Codecs/MOXTC/MOXTC1DecoderReference.h"
-#include "Codecs/MOXTC/MOXTCIIDecoderReference.h"
+#include "Codecs/MOXTC/MOXTC1Decoder.h"
+#include "Codecs/MOXTC/MOXTCIIDecoder.h"
 
 namespace moxtexture
 {
@@ -21,8 +21,8 @@ uint32_t MOXTCDecompress(const uint8_t* pSource, uint8_t* pTarget, uint32_t uiWi
 
     const auto uiSourceSize = static_cast<size_t>(getMOXTCDataSize(uiWidth, uiHeight, b2bpp, bII));
     if (bII)
-        return DecompressMOXTCIIReference(pSource, uiSourceSize, pTarget, uiWidth, uiHeight, true, b2bpp) ? uiSize : 0;
-    (void)DecompressMOXTCReference(pSource, uiSourceSize, b2bpp, uiWidth, uiHeight, pTarget);
+        return DecompressMOXTCII(pSource, uiSourceSize, pTarget, uiWidth, uiHeight, true, b2bpp) ? uiSize : 0;
+    (void)DecompressMOXTC(pSource, uiSourceSize, b2bpp, uiWidth, uiHeight, pTarget);
     return uiSize;
 }
 

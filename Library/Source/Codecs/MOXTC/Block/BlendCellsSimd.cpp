@@ -116,7 +116,7 @@ HWY_INLINE BlockColumn<D> loadColumn(D d, const uint16_t* pUpper, const uint16_t
 template <bool k2bpp, class D, class V = hn::Vec<D>>
 HWY_INLINE V expand(D, V sum, V highBits)
 {
-    return hn::Add(hn::ShiftRight<k2bpp ? 2 : 1>(sum), hn::MulHigh(sum, highBits));
+    return hn::Add(hn::ShiftRight < k2bpp ? 2 : 1 > (sum), hn::MulHigh(sum, highBits));
 }
 
 /// Blends the pixels of one vector, of which pWeights has those of the cell's row, and writes them to pPixels.

@@ -9,9 +9,9 @@
 namespace moxtexture
 {
 
-constexpr size_t k_uiStripCells = 128;                  ///< most cells of a strip
-constexpr size_t k_uiStripBlocks = k_uiStripCells + 1;  ///< the blocks left and right of them
-constexpr size_t k_uiStripGroup = 16;                   ///< most blocks that a vector holds
+constexpr size_t k_uiStripCells = 128;                 ///< most cells of a strip
+constexpr size_t k_uiStripBlocks = k_uiStripCells + 1; ///< the blocks left and right of them
+constexpr size_t k_uiStripGroup = 16;                  ///< most blocks that a vector holds
 constexpr size_t k_uiStripPlaces = k_uiStripBlocks + k_uiStripGroup - k_uiStripBlocks % k_uiStripGroup;
 constexpr size_t k_uiStripRowBytes = k_uiStripPlaces * k_uiMaxBlockWidth;
 
