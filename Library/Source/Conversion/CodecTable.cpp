@@ -1,7 +1,11 @@
 #include "Conversion/CodecTable.h"
 
+#include <vector>
+
 #include "Codecs/BC/BcCompress.h"
 #include "Codecs/BC/BcDecompress.h"
+#include "Codecs/MOXTC/MOXTCCompress.h"
+#include "Codecs/MOXTC/MOXTCDecompress.h"
 #include "Codecs/Packed/OneBit.h"
 #include "Codecs/Packed/PackedYUV.h"
 #include "Codecs/Packed/PairFormats.h"
@@ -11,6 +15,42 @@ namespace moxtexture
 {
 namespace
 {
+
+/// The formats 0 to 5 by the three flags that their codec wants.
+struct MOXTCFlags
+{
+    bool bHasAlpha, b2bpp, bII;
+};
+
+constexpr MOXTCFlags k_aMOXTCFlags[] = {
+    {false, true, false},  // MOXTC 2bpp RGB
+    {true, true, false},   // MOXTC 2bpp RGBA
+    {false, false, false}, // MOXTC 4bpp RGB
+    {true, false, false},  // MOXTC 4bpp RGBA
+    {false, true, true},   // MOXTCII 2bpp
+    {false, false, true},  // MOXTCII 4bpp
+};
+
+uint32_t compressMOXTC(const uint8_t* pSource, uint8_t* pTarget, const CodecSurface& surface)
+{
+    const MOXTCFlags& flags = k_aMOXTCFlags[surface.eFormat];
+    return MOXTCCompress(pSource, pTarget, surface.uiWidth, surface.uiHeight, flags.bHasAlpha, flags.b2bpp, flags.bII, surface.uiQuality);
+}
+
+/// For the formats whose name tells of no alpha. Their blocks could hold one, so that of the pixels must not get there.
+uint32_t compressOpaqueMOXTC(const uint8_t* pSource, uint8_t* pTarget, const CodecSurface& surface)
+{
+    std::vector<uint8_t> opaque(pSource, pSource + size_t{surface.uiWidth} * surface.uiHeight * 4);
+    for (size_t i = 3; i < opaque.size(); i += 4)
+        opaque[i] = 255;
+    return compressMOXTC(opaque.data(), pTarget, surface);
+}
+
+uint32_t decompressMOXTC(const uint8_t* pSource, uint8_t* pTarget, const CodecSurface& surface)
+{
+    const MOXTCFlags& flags = k_aMOXTCFlags[surface.eFormat];
+    return MOXTCDecompress(pSource, pTarget, surface.uiWidth, surface.uiHeight, flags.b2bpp, flags.bII);
+}
 
 /// BC1, DXT2, BC2, DXT4, BC3 are the types 1 to 5 of that codec.
 uint32_t bcType(const CodecSurface& surface)
@@ -45,6 +85,10 @@ uint32_t withSize(const uint8_t* pSource, uint8_t* pTarget, const CodecSurface& 
 // BC4 to BC7 have numbers and no codec: converting to or from them fails.
 constexpr CodecRow k_aCodecs[] = {
     // first, last, compress, decompress, takes depth, decodes small surfaces
+    {ePF_MOXTC_2bpp_RGB, ePF_MOXTC_2bpp_RGB, compressOpaqueMOXTC, decompressMOXTC, false, true},
+    {ePF_MOXTC_2bpp_RGBA, ePF_MOXTC_2bpp_RGBA, compressMOXTC, decompressMOXTC, false, true},
+    {ePF_MOXTC_4bpp_RGB, ePF_MOXTC_4bpp_RGB, compressOpaqueMOXTC, decompressMOXTC, false, true},
+    {ePF_MOXTC_4bpp_RGBA, ePF_MOXTCII_4bpp, compressMOXTC, decompressMOXTC, false, true},
     {ePF_BC1, ePF_BC3, compressBC, decompressBC, false, false},
     {ePF_UYVY, ePF_YUY2, withFormat<encodePackedYUV>, withFormat<decodePackedYUV>, false, false},
     {ePF_1bpp, ePF_1bpp, withSize<encodeOneBit>, withSize<decodeOneBit>, false, true},
