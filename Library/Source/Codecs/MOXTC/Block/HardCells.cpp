@@ -32,28 +32,39 @@ void CHardCellPainter::paint(const CellRow& row) const
 
 void CHardCellPainter::paintCell(const CellRow& row, size_t uiCell) const
 {
+    const auto& P = row.pUpper->aaui32Expanded[uiCell];
+    const auto& Q = row.pUpper->aaui32Expanded[uiCell + 1];
+    const auto& R = row.pLower->aaui32Expanded[uiCell];
+    const auto& S = row.pLower->aaui32Expanded[uiCell + 1];
+    const Palette palette = {P[0], P[1], S[0], S[1], Q[0], Q[1], R[0], R[1]};
+    paintQuadrant<0>(row, uiCell, palette);
+    paintQuadrant<1>(row, uiCell, palette);
+    paintQuadrant<2>(row, uiCell, palette);
+    paintQuadrant<3>(row, uiCell, palette);
+}
+
+/// @tparam kQuadrant  in the order of P, Q, R, S
+template <uint32_t kQuadrant>
+void CHardCellPainter::paintQuadrant(const CellRow& row, size_t uiCell, const Palette& palette) const
+{
     constexpr uint32_t kSide = 4;
     constexpr uint32_t kHalf = 2;
-    const auto& aaUpper = row.pUpper->aaui32Expanded;
-    const auto& aaLower = row.pLower->aaui32Expanded;
-    const std::array<uint32_t, 8> palette = {aaUpper[uiCell][0],     aaUpper[uiCell][1],     aaLower[uiCell + 1][0], aaLower[uiCell + 1][1],
-                                             aaUpper[uiCell + 1][0], aaUpper[uiCell + 1][1], aaLower[uiCell][0],     aaLower[uiCell][1]};
+    constexpr uint32_t kLeft = kQuadrant % 2 * kHalf;
+    constexpr uint32_t kTop = kQuadrant / 2 * kHalf;
+    const BlockWord& block = (kTop == 0 ? row.pUpper : row.pLower)->aWords[uiCell + kQuadrant % 2];
 
-    for (uint32_t uiQuadrant = 0; uiQuadrant < 4; ++uiQuadrant)
+    // The pixels of a block without the flag go nowhere instead of a branch around them: the flag is hard to foresee.
+    std::array<uint8_t, kHalf * 4> aui8Nowhere;
+    const bool bFlag = (block.ui32Colours & k_ui32ModeFlag) != 0;
+    for (uint32_t y = 0; y < kHalf; ++y)
     {
-        const uint32_t uiLeft = uiQuadrant % 2 * kHalf;
-        const uint32_t uiTop = uiQuadrant / 2 * kHalf;
-        const BlockWord& block = (uiTop == 0 ? row.pUpper : row.pLower)->aWords[uiCell + uiQuadrant % 2];
-        if ((block.ui32Colours & k_ui32ModeFlag) == 0)
-            continue;
-        // The quadrant is the opposite one of its block.
-        const uint32_t ui32Codes = block.ui32Modulation >> 2 * ((kHalf - uiTop) * kSide + kHalf - uiLeft);
-        for (uint32_t i = uiQuadrant == 0 ? 1 : 0; i < kSide; ++i)
+        uint8_t* const pPixels = bFlag ? row.apPixels[kTop + y] + (uiCell * kSide + kLeft) * 4 : aui8Nowhere.data();
+        for (uint32_t x = kQuadrant == 0 && y == 0 ? 1 : 0; x < kHalf; ++x)
         {
-            const uint32_t x = i % kHalf;
-            const uint32_t y = i / kHalf;
-            const uint32_t uiCode = ui32Codes >> 2 * (y * kSide + x) & 3;
-            storeLE(row.apPixels[uiTop + y] + (uiCell * kSide + uiLeft + x) * 4, palette[m_aaaui8Indices[uiTop + y][uiLeft + x][uiCode]]);
+            // Places of the cell's quadrant in the block are those of the opposite one.
+            const uint32_t uiPlace = (kHalf - kTop + y) * kSide + kHalf - kLeft + x;
+            const uint32_t uiCode = block.ui32Modulation >> 2 * uiPlace & 3;
+            storeLE(pPixels + size_t{x} * 4, palette[m_aaaui8Indices[kTop + y][kLeft + x][uiCode]]);
         }
     }
 }

@@ -15,7 +15,11 @@ public:
     void paint(const CellRow& row) const;
 
 private:
+    using Palette = std::array<uint32_t, 8>;
+
     void paintCell(const CellRow& row, size_t uiCell) const;
+    template <uint32_t kQuadrant>
+    void paintQuadrant(const CellRow& row, size_t uiCell, const Palette& palette) const;
 
     /// By y and x from the cell's centre and code; getPaletteIndex.
     std::array<std::array<std::array<uint8_t, 4>, 4>, 4> m_aaaui8Indices;
