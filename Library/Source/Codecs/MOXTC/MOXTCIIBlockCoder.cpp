@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <cmath>
 
-#include "Codecs/MOXTC/Block/BlockColours.h"
 #include "Codecs/MOXTC/Block/Modulation.h"
 #include "Codecs/MOXTC/CompressorImages.h"
 #include "Codecs/MOXTC/StartingColours.h"
+#include "Codecs/MOXTC/WriteBlocks.h"
 
 namespace moxtexture
 {
@@ -45,7 +45,7 @@ constexpr uint32_t getAlpha(uint32_t uiPixel)
     return uiPixel >> 24;
 }
 
-/// Equal in red, green and blue, and in alpha too, but that all of nothing and full alpha count as one.
+/// Equal in red, green, blue and alpha, but that no alpha and full alpha count as one.
 bool isSameColour(uint32_t uiPixel, uint32_t uiOther)
 {
     const auto isExtreme = [](uint32_t ui) { return getAlpha(ui) == 0 || getAlpha(ui) > 254; };
@@ -80,12 +80,7 @@ DistinctColours findDistinctColours(const CodedPixels& pixels)
 
 BlockWord makeBlock(uint32_t uiColourA, uint32_t uiColourB, const Codes& codes, bool bPunchThrough)
 {
-    std::array<uint8_t, 4> aui8A;
-    std::array<uint8_t, 4> aui8B;
-    storeLE(aui8A.data(), uiColourA);
-    storeLE(aui8B.data(), uiColourB);
-    return {packModulation4bpp(codes.data()),
-            packColours(aui8A.data(), aui8B.data(), true) | (bPunchThrough ? k_ui32ModeFlag : k_ui32HardFlag)};
+    return {packModulation4bpp(codes.data()), packPixels(uiColourA, uiColourB, true) | (bPunchThrough ? k_ui32ModeFlag : k_ui32HardFlag)};
 }
 
 /// Fills the codes of a block by a function of the pixel.
@@ -140,11 +135,8 @@ Matrix findCovariance(const CodedPixels& pixels)
 /// Where a step gives 0, the vector stays: one that was never normalised does so if the covariance maps all ones to 0.
 Vector findPrincipalAxis(const Matrix& covariance)
 {
-    constexpr uint32_t uiMostRounds = 100;
-    constexpr float fTolerance = 1e-5f;
-
     Vector axis{1.0f, 1.0f, 1.0f, 1.0f};
-    for (uint32_t uiRound = 0; uiRound < uiMostRounds; ++uiRound)
+    for (uint32_t uiRound = 0; uiRound < k_uiAxisRounds; ++uiRound)
     {
         Vector next;
         for (uint32_t c = 0; c < k_uiChannels; ++c)
@@ -157,7 +149,7 @@ Vector findPrincipalAxis(const Matrix& covariance)
             f *= fFactor;
         const Vector change = subtract(next, axis);
         axis = next;
-        if (std::sqrt(dotProduct(change, change)) < fTolerance)
+        if (std::sqrt(dotProduct(change, change)) < k_fAxisTolerance)
             break;
     }
     return axis;
@@ -245,11 +237,6 @@ void codeMOXTCIIBlocksReference(const uint8_t* pui8Source, uint32_t uiWidth, uin
                 pixels[i] = loadLE<uint32_t>(pui8Source + 4 * ((size_t{y} + i / 4) * uiWidth + x + i % 4));
             storeBlock(pui8Target, codeMOXTCIIBlock(pixels));
         }
-}
-
-void codeMOXTCIIBlocks(const uint8_t* pui8Source, uint32_t uiWidth, uint32_t uiHeight, uint8_t* pui8Target)
-{
-    codeMOXTCIIBlocksReference(pui8Source, uiWidth, uiHeight, pui8Target);
 }
 
 } // namespace moxtexture

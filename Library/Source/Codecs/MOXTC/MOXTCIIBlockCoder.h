@@ -11,6 +11,10 @@ namespace moxtexture
 
 constexpr size_t k_uiCodedPixels = 16;
 
+/// The search for the line ends after so many rounds, or with one that moves its direction (of length 1) by less than this.
+constexpr uint32_t k_uiAxisRounds = 100;
+constexpr float k_fAxisTolerance = 1e-5f;
+
 /// 4 rows of 4 pixels, each its bytes as a little-endian number: red in the lowest, alpha in the highest.
 using CodedPixels = std::array<uint32_t, k_uiCodedPixels>;
 

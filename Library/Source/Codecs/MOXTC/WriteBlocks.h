@@ -10,6 +10,9 @@
 namespace moxtexture
 {
 
+/// packColours for pixels as numbers, red in the lowest byte.
+[[nodiscard]] uint32_t packPixels(uint32_t uiColourA, uint32_t uiColourB, bool bII);
+
 /// What a compressor has chosen for the pixels of one block.
 struct ChosenModulation
 {

@@ -267,3 +267,79 @@ TEST(MOXTCIIBlockCoder, WritesTheBlocksOfAPictureInRows)
         EXPECT_EQ(0xEE, blocks.back());
     }
 }
+
+TEST(MOXTCIIBlockCoder, GivesTheReferenceBytesInEveryInstructionSetForBlocksOfEveryKind)
+{
+    // Pictures of one block to some, of uneven counts, so that groups of every kind and length occur.
+    testsupport::CSeededRandom random(77);
+    for (uint32_t uiCase = 0; uiCase < 400; ++uiCase)
+    {
+        const uint32_t uiBlocksX = 1 + random.below(uiCase % 8 == 0 ? 40 : 6);
+        const uint32_t uiBlocksY = 1 + random.below(4);
+        const uint32_t uiWidth = 4 * uiBlocksX;
+        std::vector<uint8_t> picture(size_t{uiWidth} * uiBlocksY * 16);
+        for (uint32_t uiBlock = 0; uiBlock < uiBlocksX * uiBlocksY; ++uiBlock)
+        {
+            CodedPixels pixels = makeSeededBlock(random, random.below(6));
+            // Some blocks have few colours, or two that alpha 0 and 255 make one, or reds and greens across all ones.
+            const uint32_t uiShape = random.below(6);
+            for (uint32_t i = 0; uiShape < 3 && i < 16; ++i)
+                pixels[i] = pixels[random.below(uiShape + 1)];
+            for (uint32_t i = 0; uiShape == 3 && i < 16; ++i)
+                pixels[i] = (pixels[0] & 0xFFFFFF) | std::array<uint32_t, 4>{0, 255, 255, 254}[random.below(4)] << 24;
+            for (uint32_t i = 0; uiShape == 4 && i < 16; ++i)
+                pixels[i] = rgba(100 + i % 5, 104 - i % 5, 50, 255);
+            const size_t uiFirst = size_t{uiBlock / uiBlocksX} * 4 * uiWidth + size_t{uiBlock % uiBlocksX} * 4;
+            for (size_t i = 0; i < 16; ++i)
+                storeLE(picture.data() + 4 * (uiFirst + i / 4 * uiWidth + i % 4), pixels[i]);
+        }
+        std::vector<uint8_t> expected(size_t{uiBlocksX} * uiBlocksY * 8);
+        codeMOXTCIIBlocksReference(picture.data(), uiWidth, 4 * uiBlocksY, expected.data());
+        forEachInstructionSet(
+            [&]
+            {
+                std::vector<uint8_t> blocks(expected.size() + 8, 0xEE);
+                codeMOXTCIIBlocks(picture.data(), uiWidth, 4 * uiBlocksY, blocks.data());
+                ASSERT_TRUE(std::equal(expected.begin(), expected.end(), blocks.begin())) << uiBlocksX << " x " << uiBlocksY;
+                ASSERT_EQ(std::vector<uint8_t>(8, 0xEE), std::vector<uint8_t>(blocks.end() - 8, blocks.end()));
+            });
+    }
+}
+
+TEST(MOXTCIIBlockCoder, GivesTheReferenceBytesInEveryInstructionSetForPicturesAndNoise)
+{
+    constexpr uint32_t uiSide = 512;
+    for (const std::vector<uint8_t>& picture :
+         {testsupport::makePicture(uiSide, uiSide), testsupport::CSeededRandom(78).bytes(uiSide * uiSide * 4)})
+    {
+        std::vector<uint8_t> expected(uiSide * uiSide / 2);
+        codeMOXTCIIBlocksReference(picture.data(), uiSide, uiSide, expected.data());
+        forEachInstructionSet(
+            [&]
+            {
+                std::vector<uint8_t> blocks(expected.size());
+                codeMOXTCIIBlocks(picture.data(), uiSide, uiSide, blocks.data());
+                EXPECT_TRUE(expected == blocks);
+            });
+    }
+}
+
+TEST(MOXTCIIBlockCoder, ComparesBrightnessAsIntegersForEveryEndPoint)
+{
+    // Two end points of every brightness that reds and greens make: blocks of three colours on a line.
+    constexpr uint32_t uiCount = 256;
+    std::vector<uint8_t> picture(size_t{uiCount} * 4 * 16);
+    for (uint32_t x = 0; x < uiCount; ++x)
+        for (size_t i = 0; i < 16; ++i)
+            storeLE(picture.data() + 4 * (i / 4 * uiCount * 4 + x * 4 + i % 4),
+                    i < 8 ? rgba(x, 255 - x, 0, 255) : rgba(255 - x, x / 2, static_cast<uint32_t>(i) * 8, 255));
+    std::vector<uint8_t> expected(size_t{uiCount} * 8);
+    codeMOXTCIIBlocksReference(picture.data(), uiCount * 4, 4, expected.data());
+    forEachInstructionSet(
+        [&]
+        {
+            std::vector<uint8_t> blocks(expected.size());
+            codeMOXTCIIBlocks(picture.data(), uiCount * 4, 4, blocks.data());
+            EXPECT_TRUE(expected == blocks);
+        });
+}
