@@ -34,6 +34,7 @@ struct ConvertWords
     std::string strFolder;
     std::optional<std::string> strExtension;
     std::optional<uint32_t> uiJobs;
+    uint32_t uiMachineJobs = 1; ///< that the machine has processors for
     std::optional<uint32_t> uiPadding;
     bool bQuiet = false;
 
@@ -48,13 +49,6 @@ bool isTextureExtension(const std::string& strExtension)
 std::optional<std::string> parseExtension(const std::string& strWord)
 {
     return isTextureExtension(strWord) ? std::optional<std::string>(strWord) : std::nullopt;
-}
-
-template <uint32_t uiLeast, uint32_t uiMost>
-std::optional<uint32_t> parseWithin(const std::string& strWord)
-{
-    const std::optional<uint32_t> uiValue = parseUnsigned(strWord);
-    return uiValue && *uiValue >= uiLeast && *uiValue <= uiMost ? uiValue : std::nullopt;
 }
 
 std::optional<uint32_t> parsePadding(const std::string& strWord)
@@ -110,7 +104,9 @@ Outcome runMany(const ConvertWords& words, COutputsInFlight& outputs)
     std::filesystem::create_directories(words.strFolder, error);
     if (error)
         return failed("Cannot make the folder " + words.strFolder + ": " + error.message());
-    return runBatch(files, words.uiJobs.value_or(getProcessorCount()), !words.bQuiet && isTerminal(),
+    // A count of processors told for the sake of the bytes is no reason to work on more files than the machine has processors for.
+    const uint32_t uiJobs = words.uiJobs.value_or(std::min(words.uiMachineJobs, getProcessorCount()));
+    return runBatch(files, uiJobs, !words.bQuiet && isTerminal(),
                     [&](const BatchFile& file) { return convertFile(words.conversion, file.strInput, file.strOutput, outputs); });
 }
 
@@ -130,6 +126,7 @@ Outcome runConvert(ConvertWords& words, COutputsInFlight& outputs)
 VerbRun describeConvert(CLI::App& verb)
 {
     auto pWords = std::make_shared<ConvertWords>();
+    pWords->uiMachineJobs = getProcessorCount();
     verb.add_option("INPUT", pWords->inputs, "Textures (.mox, .ktx, .dds, .astc) or ordinary images (.png, .bmp, .jpg, .tga ...)")
         ->required()
         ->type_name("");
@@ -150,7 +147,8 @@ VerbRun describeConvert(CLI::App& verb)
                   "at level 9_3, 10_1 or 11_1 (5, 6, 7)")
         ->group(strSaving);
     addFlag(verb, "--as-stored", pWords->conversion.bAsStored,
-            "Take layouts from and to .dds and .ktx files as they stand, where otherwise they are put right so that colours are the same "
+            "Take layouts from and to .dds, .ktx and version 2 files as they stand, where otherwise they are put right so that colours are "
+            "the same "
             "in other programs")
         ->group(strSaving);
 
@@ -163,7 +161,8 @@ VerbRun describeConvert(CLI::App& verb)
                   "The kind of texture file, with --out-dir")
         ->group(strMany);
     addWordOption(verb, "--jobs", pWords->uiJobs, parseWithin<1, k_uiMaxJobs>, "N", "number of jobs from 1 to 1024",
-                  "Files at once; as many as there are processors where left out. The results are the same")
+                  "Files at once; as many as there are processors, or --processors if fewer, where left out. The results are the "
+                  "same")
         ->group(strMany);
     addFlag(verb, "--quiet", pWords->bQuiet, "No progress line")->group(strMany);
     return [pWords](COutputsInFlight& outputs) { return runConvert(*pWords, outputs); };

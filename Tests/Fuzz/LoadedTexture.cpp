@@ -80,8 +80,7 @@ void saveForOthers(const CMOXTexture& texture)
     if (prepareForKtx(ktx))
         requireSavedAsItIs(ktx, "ktx", writeKtx);
     CMOXTexture dds = texture;
-    prepareForDds(dds);
-    if (isKeptByDds(dds))
+    if (prepareForDds(dds) && isKeptByDds(dds))
         requireSavedAsItIs(dds, "dds", writeDds);
 }
 
@@ -157,7 +156,7 @@ bool isSmall(const CMOXTexture& texture)
 bool isKeptByDds(const CMOXTextureHeader& header)
 {
     const bool bFaces = header.getNumFaces() == 1 || header.getNumFaces() == k_uiDdsCubeFaces; // others become one
-    // A float of 16 bits goes out under a number that is read as 32 bits.
+    // Unprepared, a float of 16 bits goes out under a number that is read as 32 bits.
     const bool bHalf = header.getPixelFormat() == layout("r", 16) && header.getChannelType() == eCT_SignedFloatingPoint;
     return bFaces && !bHalf && hasDdsFormat(header);
 }

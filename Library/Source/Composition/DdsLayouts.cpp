@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "Composition/ChannelMoves.h"
+#include "Conversion/Transcode.h"
 #include "Formats/D3DFormatTable.h"
 #include "Formats/DXGIFormatTable.h"
 
@@ -98,6 +99,12 @@ const DdsLayoutRow* findRow(EWhen eWhen, const CMOXTextureHeader& header)
     return pRow != std::end(k_aLayouts) ? pRow : nullptr;
 }
 
+/// Of an array of them the writer knows a number that is read as it is written.
+bool isLoneHalf(const CMOXTextureHeader& header)
+{
+    return header.getPixelFormat() == layout("r", 16) && header.getChannelType() == eFloat && header.getNumArrayMembers() < 2;
+}
+
 void applyRow(EWhen eWhen, CMOXTexture& texture)
 {
     const DdsLayoutRow* pRow = findRow(eWhen, texture);
@@ -115,12 +122,15 @@ void correctLoadedDds(CMOXTexture& texture)
 
 bool needsDdsPreparation(const CMOXTextureHeader& header)
 {
-    return findRow(EWhen::eToSave, header) != nullptr;
+    return isLoneHalf(header) || findRow(EWhen::eToSave, header) != nullptr;
 }
 
-void prepareForDds(CMOXTexture& texture)
+bool prepareForDds(CMOXTexture& texture)
 {
+    if (isLoneHalf(texture))
+        return Transcode(texture, layout("r", 32), eFloat, texture.getColourSpace(), 0, false);
     applyRow(EWhen::eToSave, texture);
+    return true;
 }
 
 bool hasDdsFormat(const CMOXTextureHeader& header)

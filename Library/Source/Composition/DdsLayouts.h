@@ -19,9 +19,10 @@ void correctLoadedDds(CMOXTexture& texture);
 /// To be called before writeDds(): gives the texture the layout and bytes with which its file shows the same colours everywhere, and
 /// reads back through correctLoadedDds().
 ///
-/// Layouts that open but that the writer has no number for become others that it has. What has no number even then is left as it is:
-/// the writer refuses it.
-void prepareForDds(CMOXTexture& texture);
+/// A single float of 16 bits becomes one of 32: the number that others know it by is read as 32 bits. Layouts that open but that the writer
+/// has no number for become others that it has. What has no number even then is left as it is: the writer refuses it.
+/// @return false if the texture would grow beyond what a texture can hold, or memory is refused
+[[nodiscard]] bool prepareForDds(CMOXTexture& texture);
 
 /// Whether the writer has a number for a texture, prepared or not.
 [[nodiscard]] bool hasDdsFormat(const CMOXTextureHeader& header);

@@ -48,11 +48,8 @@ try
         return saveTexture(texture, strPath);
 
     CMOXTexture prepared = texture;
-    if (ePreparation == EPreparation::eDds)
-        prepareForDds(prepared);
-    else if (!prepareForKtx(prepared))
-        return false;
-    return saveTexture(prepared, strPath);
+    const bool bPrepared = ePreparation == EPreparation::eDds ? prepareForDds(prepared) : prepareForKtx(prepared);
+    return bPrepared && saveTexture(prepared, strPath);
 }
 catch (const std::bad_alloc&)
 {
