@@ -16,6 +16,14 @@ namespace moxtexture
 /// Decimal digits and nothing else, below 2^32.
 [[nodiscard]] std::optional<uint32_t> parseUnsigned(std::string_view strWord);
 
+/// The same, from uiLeast to uiMost.
+template <uint32_t uiLeast, uint32_t uiMost>
+[[nodiscard]] std::optional<uint32_t> parseWithin(std::string_view strWord)
+{
+    const std::optional<uint32_t> uiValue = parseUnsigned(strWord);
+    return uiValue && *uiValue >= uiLeast && *uiValue <= uiMost ? uiValue : std::nullopt;
+}
+
 /// A format's name as users see it, case ignored, runs of blanks, '-' and '_' alike ("moxtc-4bpp-rgba", "RGBA 8 8 8 8"), or an
 /// uncompressed layout as letter and bit count of each channel in storage order ("r5g6b5"). Layouts that no pixel can have are
 /// not understood: a letter twice, more than 32 bits a channel, a pixel that is no whole number of bytes.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -12,6 +13,8 @@
 #include "CommandLine/Names.h"
 #include "CommandLine/Outcome.h"
 #include "CommandLine/Verb.h"
+#include "CommandLine/WordOptions.h"
+#include "Core/Workers.h"
 
 namespace moxtexture
 {
@@ -20,6 +23,7 @@ namespace
 
 constexpr size_t k_uiHelpColumn = 36; ///< where explanations begin
 constexpr size_t k_uiHelpWidth = 64;  ///< of explanations, in characters
+constexpr uint32_t k_uiMaxProcessors = 1024;
 
 struct VerbRow
 {
@@ -129,6 +133,10 @@ public:
             pVerb->set_help_flag("-h,--help", "This help, and end");
             pVerb->footer(std::string("Examples:\n") + row.strExamples);
             m_Runs.push_back(row.pDescribe(*pVerb));
+            addWordOption(*pVerb, "--processors", m_uiProcessors, parseWithin<1, k_uiMaxProcessors>, "N",
+                          "number of processors from 1 to 1024",
+                          "Divide work as for N processors, not for the machine's own. MOXTC at quality 1 gives other bytes for another "
+                          "number");
         }
     }
 
@@ -160,6 +168,8 @@ public:
         {
             return wrongWords(error.what());
         }
+        if (m_uiProcessors)
+            setProcessorCount(*m_uiProcessors);
         for (size_t i = 0; i < m_Runs.size(); ++i)
             if (m_App.got_subcommand(k_aVerbs[i].strName))
                 return m_Runs[i](outputs);
@@ -188,6 +198,7 @@ private:
     std::shared_ptr<CHelp> m_pHelp = std::make_shared<CHelp>();
     CLI::App m_App;
     std::vector<VerbRun> m_Runs; // as k_aVerbs
+    std::optional<uint32_t> m_uiProcessors;
 };
 
 } // namespace
