@@ -1,0 +1,148 @@
+#pragma once
+
+#include <algorithm>
+#include <cstring>
+#include <vector>
+
+#include <gmock/gmock.h>
+
+#include "Codecs/MOXTC/Block/BlockGrid.h"
+#include "Codecs/MOXTC/MOXTC1Decoder.h"
+#include "Codecs/MOXTC/MOXTCIIDecoder.h"
+#include "Core/Workers.h"
+#include "MoxtcTestPictures.h"
+#include "Support/EveryInstructionSet.h"
+#include "Support/SeededPictures.h"
+
+/// The fast decoders against the plain ones.
+namespace moxtctest
+{
+
+struct Surface
+{
+    Format format;
+    uint32_t uiWidth;
+    uint32_t uiHeight;
+    bool bRasterOrder = true; ///< MOXTCII only
+
+    friend std::ostream& operator<<(std::ostream& stream, const Surface& surface)
+    {
+        return stream << surface.format << ' ' << surface.uiWidth << " x " << surface.uiHeight << (surface.bRasterOrder ? "" : " Morton");
+    }
+};
+
+inline size_t getDataSize(const Surface& surface)
+{
+    return static_cast<size_t>(moxtexture::getMOXTCDataSize(surface.uiWidth, surface.uiHeight, surface.format.b2bpp, surface.format.bII));
+}
+
+/// What a decoder left in a buffer that had 0xAB in every byte, with some bytes before and behind the pixels.
+struct Decoded
+{
+    static constexpr size_t k_uiMargin = 61; ///< odd, so that the pixels have no alignment
+
+    uint32_t uiResult = 0;
+    std::vector<uint8_t> buffer;
+
+    friend bool operator==(const Decoded& a, const Decoded& b) { return a.uiResult == b.uiResult && a.buffer == b.buffer; }
+};
+
+enum class EForm
+{
+    ePlain,
+    eFast,
+};
+
+inline Decoded decodeSurface(EForm eForm, const Surface& surface, const std::vector<uint8_t>& data)
+{
+    using namespace moxtexture;
+    Decoded decoded;
+    decoded.buffer.assign(size_t{surface.uiWidth} * surface.uiHeight * 4 + 2 * Decoded::k_uiMargin, CPicture::k_ui8Untouched);
+    uint8_t* const pTarget = decoded.buffer.data() + Decoded::k_uiMargin;
+    if (surface.format.bII)
+        decoded.uiResult =
+            (eForm == EForm::eFast ? DecompressMOXTCII : DecompressMOXTCIIReference)(
+                data.data(), data.size(), pTarget, surface.uiWidth, surface.uiHeight, surface.bRasterOrder, surface.format.b2bpp)
+                ? 1
+                : 0;
+    else
+        decoded.uiResult = (eForm == EForm::eFast ? DecompressMOXTC : DecompressMOXTCReference)(
+            data.data(), data.size(), surface.format.b2bpp, surface.uiWidth, surface.uiHeight, pTarget);
+    return decoded;
+}
+
+/// Expects the plain decoder's result from the fast one, in every byte of the buffer, for every instruction set.
+inline void expectThePlainPixels(const Surface& surface, const std::vector<uint8_t>& data)
+{
+    SCOPED_TRACE(testing::Message() << surface << ", " << data.size() << " bytes");
+    const Decoded expected = decodeSurface(EForm::ePlain, surface, data);
+    forEachInstructionSet([&] { EXPECT_TRUE(expected == decodeSurface(EForm::eFast, surface, data)); });
+}
+
+inline std::vector<uint8_t> makeRandomData(const Surface& surface)
+{
+    return testsupport::CSeededRandom(uint64_t{surface.uiWidth} << 32 | surface.uiHeight).bytes(getDataSize(surface));
+}
+
+/// Words of few kinds, so that neighbours have the farthest colours, the highest weights and all flags in every combination.
+inline std::vector<uint8_t> makeExtremeData(const Surface& surface, uint64_t ui64Seed)
+{
+    constexpr uint32_t kaui32Modulations[] = {0, 0xFFFFFFFF, 0xAAAAAAAA, 0x55555555, 0x000FFFFF, 0xFFF00001};
+    constexpr uint32_t kaui32Colours[] = {0, 0xFFFFFFFF, 0x7FFF7FFE, 0x0000FFFF, 0xFFFF0000, 0x80008000, 0x70007000, 0x8000FFFE};
+    constexpr uint32_t kui32FlagBits = 0x80008001;
+    testsupport::CSeededRandom random(ui64Seed);
+    std::vector<uint8_t> data(getDataSize(surface));
+    for (size_t i = 0; i + moxtexture::k_uiBlockBytes <= data.size(); i += moxtexture::k_uiBlockBytes)
+    {
+        const uint32_t ui32Flags = random.next32() & kui32FlagBits;
+        moxtexture::storeBlock(data.data() + i, {kaui32Modulations[random.below(std::size(kaui32Modulations))],
+                                                 kaui32Colours[random.below(std::size(kaui32Colours))] ^ ui32Flags});
+    }
+    return data;
+}
+
+/// Blocks of one mode of 2bpp, or of one flag at 4bpp, with random codes and colours.
+inline std::vector<uint8_t> makeDataOfOneMode(const Surface& surface, bool bModeFlag, uint32_t ui32Clear, uint32_t ui32Set)
+{
+    std::vector<uint8_t> data = makeRandomData(surface);
+    for (size_t i = 0; i + moxtexture::k_uiBlockBytes <= data.size(); i += moxtexture::k_uiBlockBytes)
+    {
+        BlockWord block = moxtexture::loadBlock(data.data() + i);
+        block.ui32Modulation = (block.ui32Modulation & ~ui32Clear) | ui32Set;
+        block.ui32Colours = (block.ui32Colours & ~k_ui32ModeBit) | (bModeFlag ? k_ui32ModeBit : 0);
+        moxtexture::storeBlock(data.data() + i, block);
+    }
+    return data;
+}
+
+/// A million blocks, in squares of 65536; the plain decoder takes its time, so they are shared out.
+inline void expectThePlainPixelsOfAMillionBlocks(const Format& format)
+{
+    const Surface surface = {format, 256 * moxtexture::getBlockWidth(format.b2bpp), 1024};
+    std::array<bool, 16> abEqual = {};
+    moxtexture::runTasks(abEqual.size(), moxtexture::getProcessorCount(),
+                         [&](size_t i)
+                         {
+                             const std::vector<uint8_t> data = testsupport::CSeededRandom(i).bytes(getDataSize(surface));
+                             abEqual[i] = decodeSurface(EForm::ePlain, surface, data) == decodeSurface(EForm::eFast, surface, data);
+                         });
+    EXPECT_THAT(abEqual, testing::Each(true));
+}
+
+inline void expectThePlainPixelsOfEveryMode(const Format& format)
+{
+    const Surface surface = {format, 40, 24};
+    constexpr uint32_t kui32Flags = moxtexture::k_ui32OneAxisFlag | moxtexture::k_ui32VerticalFlag;
+    expectThePlainPixels(surface, makeDataOfOneMode(surface, false, 0, 0));
+    expectThePlainPixels(surface, makeDataOfOneMode(surface, true, moxtexture::k_ui32OneAxisFlag, 0));
+    expectThePlainPixels(surface, makeDataOfOneMode(surface, true, kui32Flags, moxtexture::k_ui32OneAxisFlag));
+    expectThePlainPixels(surface, makeDataOfOneMode(surface, true, kui32Flags, kui32Flags));
+}
+
+/// The formats of one generation, as test parameters.
+inline std::string getRateName(const testing::TestParamInfo<Format>& info)
+{
+    return info.param.b2bpp ? "At2bpp" : "At4bpp";
+}
+
+} // namespace moxtctest
