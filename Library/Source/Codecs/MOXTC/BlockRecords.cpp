@@ -39,14 +39,9 @@ void interpolateWeights(Weights2bpp& weights, uint8_t ui8Mode)
             uint32_t uiWeight = 0;
             if (ui8Mode == k_ui8ModeBothAxes)
             {
-                uint32_t uiCount = 0;
                 for (const uint8_t* pNeighbour : {pUp, pDown, pLeft, pRight})
-                {
-                    if (!pNeighbour)
-                        continue;
-                    uiWeight += *pNeighbour;
-                    ++uiCount;
-                }
+                    uiWeight += pNeighbour ? *pNeighbour : 0u;
+                const uint32_t uiCount = 4u - (pUp && pDown ? 0 : 1) - (pLeft && pRight ? 0 : 1);
                 uiWeight = (uiWeight + uiCount / 2) / uiCount;
             }
             // On purpose: the axes of these two are exchanged.

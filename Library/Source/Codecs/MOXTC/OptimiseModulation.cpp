@@ -42,20 +42,19 @@ uint8_t findBestCode(const BlockPixels<uiPixels>& pixels, size_t i, const Weight
 {
     uint8_t ui8Best = 0;
     int32_t iLeast = getBlendError(pixels.auiSource[i], pixels.auiA[i], pixels.auiB[i], weights[0]);
-    for (uint8_t ui8Code = 1; ui8Code < weights.size(); ++ui8Code)
+    for (size_t uiCode = 1; uiCode < weights.size(); ++uiCode)
     {
-        const int32_t iError = getBlendError(pixels.auiSource[i], pixels.auiA[i], pixels.auiB[i], weights[ui8Code]);
+        const int32_t iError = getBlendError(pixels.auiSource[i], pixels.auiA[i], pixels.auiB[i], weights[uiCode]);
         if (iError < iLeast)
         {
             iLeast = iError;
-            ui8Best = ui8Code;
+            ui8Best = static_cast<uint8_t>(uiCode);
         }
     }
     return ui8Best;
 }
 
-/// Error of a block as a mode shows it. At most 32 pixels of four channels, each off by 319 or less: it and its multiples by a mode's
-/// factor stay far below 2^31.
+/// Error of a block as a mode shows it: of at most 32 pixels of four channels, each off by 318 or less.
 template <size_t uiPixels>
 int32_t getBlockError(const BlockPixels<uiPixels>& pixels, const std::array<uint8_t, uiPixels>& weights)
 {
@@ -70,14 +69,14 @@ template <typename Record, typename Mode>
 void chooseMode(const PixelsOf<Record>& pixels, Record& record, Mode Record::*pMode)
 {
     Mode best = 0;
-    int32_t iLeast = 0;
+    int64_t i64Least = 0;
     for (uint32_t uiMode = 0; uiMode < record.aui8ModeFactors.size(); ++uiMode)
     {
         record.*pMode = static_cast<Mode>(uiMode);
-        const int32_t iError = getBlockError(pixels, getBlockWeights(record)) * record.aui8ModeFactors[uiMode];
-        if (uiMode == 0 || iError < iLeast)
+        const int64_t i64Error = int64_t{getBlockError(pixels, getBlockWeights(record))} * record.aui8ModeFactors[uiMode];
+        if (uiMode == 0 || i64Error < i64Least)
         {
-            iLeast = iError;
+            i64Least = i64Error;
             best = static_cast<Mode>(uiMode);
         }
     }
@@ -125,16 +124,6 @@ void optimiseModulationReference(const CompressorImages& images, std::vector<Blo
 void optimiseModulationReference(const CompressorImages& images, std::vector<BlockRecord4bpp>& blockData, const BlockRegion& region)
 {
     optimiseRegion(images, blockData, region);
-}
-
-void optimiseModulation(const CompressorImages& images, std::vector<BlockRecord2bpp>& blockData, const BlockRegion& region)
-{
-    optimiseModulationReference(images, blockData, region);
-}
-
-void optimiseModulation(const CompressorImages& images, std::vector<BlockRecord4bpp>& blockData, const BlockRegion& region)
-{
-    optimiseModulationReference(images, blockData, region);
 }
 
 } // namespace moxtexture
