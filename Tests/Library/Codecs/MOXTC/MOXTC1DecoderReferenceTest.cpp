@@ -1,5 +1,7 @@
 #include "Codecs/MOXTC/MOXTC1DecoderReference.h"
 
+#include <utility>
+
 #include "MoxtcTestPictures.h"
 
 using namespace moxtexture;

@@ -9,7 +9,6 @@
 using namespace moxtexture;
 using testing::Each;
 using testing::ElementsAre;
-using testing::ElementsAreArray;
 
 namespace
 {
