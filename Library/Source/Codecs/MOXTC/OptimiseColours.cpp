@@ -149,14 +149,4 @@ void optimiseColoursReference(CompressorImages& images, const std::vector<BlockR
     optimiseRegion(images, blockData, region);
 }
 
-void optimiseColours(CompressorImages& images, const std::vector<BlockRecord2bpp>& blockData, const BlockRegion& region)
-{
-    optimiseColoursReference(images, blockData, region);
-}
-
-void optimiseColours(CompressorImages& images, const std::vector<BlockRecord4bpp>& blockData, const BlockRegion& region)
-{
-    optimiseColoursReference(images, blockData, region);
-}
-
 } // namespace moxtexture

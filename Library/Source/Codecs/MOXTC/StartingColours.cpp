@@ -76,9 +76,4 @@ void findStartingColoursReference(CompressorImages& images, bool bOverlap)
     }
 }
 
-void findStartingColours(CompressorImages& images, bool bOverlap)
-{
-    findStartingColoursReference(images, bOverlap);
-}
-
 } // namespace moxtexture

@@ -58,9 +58,4 @@ void upscaleColoursReference(CompressorImages& images)
     upscale(images, images.colourB, images.upscaledB);
 }
 
-void upscaleColours(CompressorImages& images)
-{
-    upscaleColoursReference(images);
-}
-
 } // namespace moxtexture

@@ -1,0 +1,262 @@
+#include "Codecs/MOXTC/StartingColours.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+
+// Vectors stand in structures, so they need a size that the compiler knows.
+#define HWY_DISABLED_TARGETS (HWY_SVE | HWY_SVE2 | HWY_SVE_256 | HWY_SVE2_128 | HWY_RVV)
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "Codecs/MOXTC/StartingColoursSimd.cpp"
+#include <hwy/foreach_target.h>
+#include <hwy/highway.h>
+
+#include "Codecs/MOXTC/CompressorLanesSimd.h"
+
+// Most pixels of a window cannot belong to the farthest pair, and are left out before all pairs are looked at. Let m be any point,
+// r a pixel's distance from it, R the greatest r, and D the distance of some pair. Two pixels that are D or more apart have
+// r + r' >= D, so both have r >= D - R. A good pair is one that leads far away: any pixel, the farthest from that, the farthest from
+// that again; and m halfway between the last two leaves few.
+
+HWY_BEFORE_NAMESPACE();
+namespace moxtexture
+{
+namespace HWY_NAMESPACE
+{
+
+#if HWY_TARGET == HWY_SCALAR
+
+void findStartingColoursOfWindows(CompressorImages& images, bool bOverlap)
+{
+    findStartingColoursReference(images, bOverlap);
+}
+
+#else
+
+namespace
+{
+
+constexpr size_t k_uiMostLanes = 16;
+
+/// The rows under the windows of a row of blocks, with the margins that wrap at both sides.
+class CWindowRows
+{
+public:
+    CWindowRows(const CompressorImages& images, bool bOverlap)
+        : m_Images(images),
+          m_uiMarginX(bOverlap ? images.ui8BlockWidth / 2u : 0),
+          m_uiMarginY(bOverlap ? images.ui8BlockHeight / 2u : 0),
+          m_uiPitch(images.uiWidth + 2 * m_uiMarginX),
+          m_Rows(m_uiPitch * (images.ui8BlockHeight + 2 * m_uiMarginY))
+    {
+    }
+
+    void fill(uint32_t uiBlockY)
+    {
+        const size_t uiTop = size_t{uiBlockY} * m_Images.ui8BlockHeight + m_Images.uiHeight - m_uiMarginY;
+        auto itOut = m_Rows.begin();
+        for (size_t y = 0; y < m_Images.ui8BlockHeight + 2 * m_uiMarginY; ++y)
+        {
+            const uint32_t* pRow = &m_Images.source[(uiTop + y) % m_Images.uiHeight * m_Images.uiWidth];
+            itOut = std::copy_n(pRow + m_Images.uiWidth - m_uiMarginX, m_uiMarginX, itOut);
+            itOut = std::copy_n(pRow, m_Images.uiWidth, itOut);
+            itOut = std::copy_n(pRow, m_uiMarginX, itOut);
+        }
+    }
+
+    /// The first pixel of a block's window; its rows are getPitch() apart.
+    [[nodiscard]] const uint32_t* getWindow(uint32_t uiBlockX) const { return &m_Rows[size_t{uiBlockX} * m_Images.ui8BlockWidth]; }
+    [[nodiscard]] size_t getPitch() const { return m_uiPitch; }
+
+private:
+    const CompressorImages& m_Images;
+    size_t m_uiMarginX;
+    size_t m_uiMarginY;
+    size_t m_uiPitch;
+    std::vector<uint32_t> m_Rows;
+};
+
+/// Up to uiMost pixels in the order of their window, and room for whole vectors.
+template <size_t uiMost>
+struct PixelList
+{
+    alignas(64) uint32_t auiPixels[uiMost + k_uiMostLanes];
+    size_t uiCount = 0;
+
+    HWY_INLINE ChannelPairs load(size_t i) const { return splitPixels(hn::Load(du, auiPixels + i)); }
+    HWY_INLINE ChannelPairs repeat(size_t i) const { return splitPixels(hn::Set(du, auiPixels[i])); }
+
+    /// Fills up the last vector with the first pixel.
+    HWY_INLINE void padWithFirst() { hn::StoreU(hn::Set(du, auiPixels[0]), du, auiPixels + uiCount); }
+};
+
+/// Squared distances of the pixels of a list.
+template <size_t uiMost>
+struct Distances
+{
+    alignas(64) int32_t ai[uiMost];
+    int32_t iGreatest;
+
+    HWY_INLINE VI load(size_t i) const { return hn::Load(di, ai + i); }
+
+    /// The first pixel of the greatest distance.
+    HWY_INLINE size_t findFarthest() const
+    {
+        const VI greatest = hn::Set(di, iGreatest);
+        for (size_t i = 0; i < uiMost; i += hn::Lanes(di))
+        {
+            const MI isGreatest = hn::Eq(load(i), greatest);
+            if (!hn::AllFalse(di, isGreatest))
+                return i + static_cast<size_t>(hn::FindFirstTrue(di, isGreatest));
+        }
+        return 0;
+    }
+};
+
+HWY_INLINE int32_t getGreatestLane(VI v)
+{
+    return hn::GetLane(hn::MaxOfLanes(di, v));
+}
+
+/// @param iScale  the pixels' channels count as 1 << iScale times what they are
+template <int iScale, size_t uiMost>
+HWY_INLINE void measure(const PixelList<uiMost>& pixels, const ChannelPairs& from, Distances<uiMost>& distances)
+{
+    VI greatest = hn::Zero(di);
+    for (size_t i = 0; i < uiMost; i += hn::Lanes(di))
+    {
+        const VI distance = getSquaredLength(subtract(shiftLeft<iScale>(pixels.load(i)), from));
+        hn::Store(distance, di, distances.ai + i);
+        greatest = hn::Max(greatest, distance);
+    }
+    distances.iGreatest = getGreatestLane(greatest);
+}
+
+/// A limit below the square of D - R, where both are given squared.
+HWY_INLINE int32_t getLeastDistance(int32_t iSquaredPair, int32_t iSquaredRadius)
+{
+    const float fRest = std::sqrt(static_cast<float>(iSquaredPair)) - std::sqrt(static_cast<float>(iSquaredRadius));
+    // The margin is far more than floats lose on numbers of up to 2^22.
+    return fRest > 0.0f ? static_cast<int32_t>(fRest * fRest * 0.999f) - 2 : 0;
+}
+
+/// Picks the pixels that may belong to the farthest pair.
+/// @return false if all pixels are alike
+template <size_t uiMost>
+HWY_INLINE bool pickCandidates(const PixelList<uiMost>& pixels, PixelList<uiMost>& candidates)
+{
+    Distances<uiMost> distances;
+    measure<0>(pixels, pixels.repeat(0), distances);
+    if (distances.iGreatest == 0)
+        return false;
+    const ChannelPairs first = pixels.repeat(distances.findFarthest());
+    measure<0>(pixels, first, distances);
+    const ChannelPairs second = pixels.repeat(distances.findFarthest());
+    // Distances from the middle are doubled, so that the middle is whole; squared, they count four times.
+    const int32_t iSquaredPair = 4 * distances.iGreatest;
+    measure<1>(pixels, add(first, second), distances);
+
+    const VI beforeLeast = hn::Set(di, getLeastDistance(iSquaredPair, distances.iGreatest) - 1);
+    candidates.uiCount = 0;
+    for (size_t i = 0; i < uiMost; i += hn::Lanes(di))
+    {
+        const auto isCandidate = hn::RebindMask(du, hn::Gt(distances.load(i), beforeLeast));
+        hn::StoreU(hn::Compress(hn::Load(du, pixels.auiPixels + i), isCandidate), du, candidates.auiPixels + candidates.uiCount);
+        candidates.uiCount += hn::CountTrue(du, isCandidate);
+    }
+    candidates.padWithFirst();
+    return true;
+}
+
+/// The first pair, in order, of the greatest distance, which is not 0.
+///
+/// Of every row of the table of distances all columns may be looked at, from the vector with the diagonal on: a column before the
+/// diagonal has its twin in an earlier row, which then is the first. What fills up the last vector stands for column 0.
+template <size_t uiMost>
+HWY_INLINE void findFarthestPair(const PixelList<uiMost>& pixels, uint32_t& uiFirst, uint32_t& uiSecond)
+{
+    const size_t uiLanes = hn::Lanes(di);
+    VI greatest = hn::Zero(di);
+    VI firstRow = greatest;
+    for (size_t i = 0; i < pixels.uiCount; ++i)
+    {
+        const ChannelPairs from = pixels.repeat(i);
+        VI row = hn::Zero(di);
+        for (size_t j = i / uiLanes * uiLanes; j < pixels.uiCount; j += uiLanes)
+            row = hn::Max(row, getSquaredLength(subtract(pixels.load(j), from)));
+        firstRow = hn::IfThenElse(hn::Gt(row, greatest), hn::Set(di, static_cast<int32_t>(i)), firstRow);
+        greatest = hn::Max(greatest, row);
+    }
+
+    const VI distance = hn::MaxOfLanes(di, greatest);
+    const VI rows = hn::IfThenElse(hn::Eq(greatest, distance), firstRow, hn::Set(di, static_cast<int32_t>(uiMost)));
+    const auto uiRow = static_cast<size_t>(hn::GetLane(hn::MinOfLanes(di, rows)));
+    const ChannelPairs from = pixels.repeat(uiRow);
+    uiFirst = pixels.auiPixels[uiRow];
+    for (size_t j = uiRow / uiLanes * uiLanes; j < pixels.uiCount; j += uiLanes)
+    {
+        const MI isFarthest = hn::Eq(getSquaredLength(subtract(pixels.load(j), from)), distance);
+        if (hn::AllFalse(di, isFarthest))
+            continue;
+        uiSecond = pixels.auiPixels[j + static_cast<size_t>(hn::FindFirstTrue(di, isFarthest))];
+        return;
+    }
+}
+
+/// @tparam uiWidth, uiHeight  of a window
+template <size_t uiWidth, size_t uiHeight>
+HWY_INLINE void findStartingColours(CompressorImages& images, bool bOverlap)
+{
+    CWindowRows rows(images, bOverlap);
+    PixelList<uiWidth * uiHeight> window;
+    PixelList<uiWidth * uiHeight> candidates;
+    window.uiCount = uiWidth * uiHeight;
+    for (uint32_t y = 0; y < images.uiBlocksY; ++y)
+    {
+        rows.fill(y);
+        for (uint32_t x = 0; x < images.uiBlocksX; ++x)
+        {
+            const uint32_t* pWindow = rows.getWindow(x);
+            for (size_t i = 0; i < uiHeight; ++i)
+                std::memcpy(window.auiPixels + i * uiWidth, pWindow + i * rows.getPitch(), uiWidth * sizeof(uint32_t));
+
+            uint32_t uiColourA = window.auiPixels[0];
+            uint32_t uiColourB = uiColourA;
+            if (pickCandidates(window, candidates))
+                findFarthestPair(candidates, uiColourA, uiColourB);
+            orderByLuminance(uiColourA, uiColourB);
+            images.colourA[images.getBlockIndex(x, y)] = uiColourA;
+            images.colourB[images.getBlockIndex(x, y)] = uiColourB;
+        }
+    }
+}
+
+} // namespace
+
+void findStartingColoursOfWindows(CompressorImages& images, bool bOverlap)
+{
+    if (images.ui8BlockWidth == 8)
+        bOverlap ? findStartingColours<16, 8>(images, true) : findStartingColours<8, 4>(images, false);
+    else
+        bOverlap ? findStartingColours<8, 8>(images, true) : findStartingColours<4, 4>(images, false);
+}
+
+#endif
+
+} // namespace HWY_NAMESPACE
+} // namespace moxtexture
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+namespace moxtexture
+{
+
+HWY_EXPORT(findStartingColoursOfWindows);
+
+void findStartingColours(CompressorImages& images, bool bOverlap)
+{
+    HWY_DYNAMIC_DISPATCH(findStartingColoursOfWindows)(images, bOverlap);
+}
+
+} // namespace moxtexture
+#endif
