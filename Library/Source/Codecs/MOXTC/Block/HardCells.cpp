@@ -55,10 +55,12 @@ void CHardCellPainter::paintQuadrant(const CellRow& row, size_t uiCell, const Pa
 
     // The pixels of a block without the flag go nowhere instead of a branch around them: the flag is hard to foresee.
     std::array<uint8_t, kHalf * 4> aui8Nowhere;
-    const bool bFlag = (block.ui32Colours & k_ui32ModeFlag) != 0;
+    static_assert(k_ui32ModeFlag == 1);
+    const uint32_t uiFlag = block.ui32Colours & k_ui32ModeFlag;
     for (uint32_t y = 0; y < kHalf; ++y)
     {
-        uint8_t* const pPixels = bFlag ? row.apPixels[kTop + y] + (uiCell * kSide + kLeft) * 4 : aui8Nowhere.data();
+        const std::array<uint8_t*, 2> apPlaces = {aui8Nowhere.data(), row.apPixels[kTop + y] + (uiCell * kSide + kLeft) * 4};
+        uint8_t* const pPixels = apPlaces[uiFlag];
         for (uint32_t x = kQuadrant == 0 && y == 0 ? 1 : 0; x < kHalf; ++x)
         {
             // Places of the cell's quadrant in the block are those of the opposite one.
