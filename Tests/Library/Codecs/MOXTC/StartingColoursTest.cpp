@@ -24,10 +24,21 @@ void expectOrder(uint32_t uiA, uint32_t uiB)
     EXPECT_EQ(std::make_pair(uiA, uiB), order(uiB, uiA));
 }
 
-std::pair<uint32_t, uint32_t> findColours(CompressorImages& images, bool bOverlap, size_t uiBlock = 0)
+/// The plain form, which the fast one must equal.
+void findBoth(CompressorImages& images, bool bOverlap)
 {
-    findStartingColours(images, bOverlap);
-    return {images.colourA[uiBlock], images.colourB[uiBlock]};
+    CompressorImages fast = images;
+    findStartingColours(fast, bOverlap);
+    findStartingColoursReference(images, bOverlap);
+    EXPECT_EQ(images.colourA, fast.colourA);
+    EXPECT_EQ(images.colourB, fast.colourB);
+}
+
+/// The colours of the first block.
+std::pair<uint32_t, uint32_t> findColours(CompressorImages& images, bool bOverlap)
+{
+    findBoth(images, bOverlap);
+    return {images.colourA[0], images.colourB[0]};
 }
 
 /// The corners of a square, of which both diagonals are the farthest pairs.
@@ -131,7 +142,7 @@ TEST(StartingColours, WithoutTheOverlapABlockSeesItsOwnPixelsOnly)
         const uint32_t uiX = 2u * ui8BlockWidth - 1; // the last column of block 1
         CompressorImages images =
             makeImages(uiWidth, 16, ui8BlockWidth, [&](uint32_t x, uint32_t y) { return x == uiX && y == 8 ? level(255) : level(0); });
-        findStartingColours(images, false);
+        findBoth(images, false);
         for (uint32_t y = 0; y < 4; ++y)
             for (uint32_t x = 0; x < 4; ++x)
                 EXPECT_EQ(x == 1 && y == 2 ? level(255) : level(0), images.colourB[images.getBlockIndex(x, y)]) << x << ", " << y;
@@ -155,7 +166,7 @@ TEST(StartingColours, TheWindowReachesHalfABlockFartherOnAllSidesAndWraps)
                 CompressorImages images =
                     makeImages(8 * uiHalf, 16, ui8BlockWidth,
                                [&](uint32_t x, uint32_t y) { return x == uiDotX && y == uiDotY ? level(255) : level(0); });
-                findStartingColours(images, true);
+                findBoth(images, true);
                 for (uint32_t y = 0; y < 4; ++y)
                     for (uint32_t x = 0; x < 4; ++x)
                     {
