@@ -25,6 +25,8 @@ std::vector<uint8_t> padImage(const uint8_t* pui8Source, uint32_t uiWidth, uint3
     const size_t uiRow = size_t{4} * uiWidth;
     const size_t uiPaddedRow = size_t{4} * uiPaddedWidth;
     std::vector<uint8_t> padded(uiPaddedRow * uiPaddedHeight);
+    if (uiWidth == 0 || uiHeight == 0)
+        return padded;
     for (uint32_t y = 0; y < uiHeight; ++y)
     {
         uint8_t* pui8Row = padded.data() + y * uiPaddedRow;

@@ -11,7 +11,7 @@ namespace moxtexture
 /// Column x of the right margin is column x - (padded width - width), row y of the bottom margin is the whole padded row
 /// y - (padded height - height). A side shorter than its margin repeats as often as it takes.
 ///
-/// @param pui8Source  uiHeight rows of uiWidth pixels of four bytes, without padding; sizes of 1 or more
+/// @param pui8Source  uiHeight rows of uiWidth pixels of four bytes, without padding; zeros take the place of one without pixels
 /// @param uiPaddedWidth, uiPaddedHeight  at least the width and the height
 /// @return the padded picture, rows without padding; throws std::bad_alloc where memory is refused
 [[nodiscard]] std::vector<uint8_t> padImage(const uint8_t* pui8Source, uint32_t uiWidth, uint32_t uiHeight, uint32_t uiPaddedWidth,

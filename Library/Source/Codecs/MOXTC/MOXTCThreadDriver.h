@@ -14,8 +14,8 @@ namespace moxtexture
 /// The thread count for a grid: 64, the processors or the blocks, whichever is least.
 [[nodiscard]] uint32_t getMOXTCThreadCount(uint32_t uiBlocksX, uint32_t uiBlocksY);
 
-/// Tiles of one size, row by row: floor(sqrt(uiThreadCount)) columns (T) and uiThreadCount / T rows; an axis with fewer blocks than
-/// tiles is not divided.
+/// Tiles of one size, row by row. T threads have floor(sqrt(T)) columns of tiles and T / columns rows, each without its fraction; an axis
+/// with fewer blocks than tiles is not divided.
 ///
 /// On purpose: tile sizes truncate, and the blocks of the remainder at the right and below belong to no tile.
 ///

@@ -72,6 +72,12 @@ TEST(ImagePadding, LeavesAPictureOfTheRightSizeAsItIs)
     EXPECT_EQ((Pixels{1, 2, 3, 4}), pad({1, 2, 3, 4}, 2, 2, 2, 2));
 }
 
+TEST(ImagePadding, HasZerosForAPictureWithoutPixels)
+{
+    EXPECT_EQ((Pixels{0, 0}), pad({}, 0, 1, 2, 1));
+    EXPECT_EQ((Pixels{0, 0}), pad({}, 1, 0, 1, 2));
+}
+
 TEST(ImagePadding, KeepsAllFourBytesOfAPixel)
 {
     EXPECT_EQ((Pixels{0x89ABCDEF, 0x89ABCDEF}), pad({0x89ABCDEF}, 1, 1, 2, 1));

@@ -434,7 +434,7 @@ TEST(MOXTCCompress, KeepsAFlatPictureBetweenItsColoursAsTheyAreStored)
                     if (c == 3)
                     {
                         // Three bits and a low bit that only MOXTCII's B has set; 17 is the step of 4 bits.
-                        uiA = bOpaque ? 255 : 17 * (aui8Colour[3] >> 5 << 1);
+                        uiA = bOpaque ? 255 : 17u * (uint32_t{aui8Colour[3]} >> 5 << 1);
                         uiB = bOpaque || !format.bII ? uiA : uiA + 17;
                     }
                     for (size_t i = c; i < decoded.size(); i += 4)
