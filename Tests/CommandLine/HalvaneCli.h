@@ -75,6 +75,15 @@ inline QImage readImage(const std::string& strPath)
     return QImage(QString::fromUtf8(strPath.c_str())).convertToFormat(QImage::Format_RGBA8888);
 }
 
+/// The end of a file, where a native file has its data.
+inline std::vector<uint8_t> lastBytes(const std::string& strPath, size_t uiCount)
+{
+    const std::vector<uint8_t> bytes = readBytes(strPath);
+    EXPECT_LE(uiCount, bytes.size()) << strPath;
+    return uiCount <= bytes.size() ? std::vector<uint8_t>(bytes.end() - static_cast<ptrdiff_t>(uiCount), bytes.end())
+                                   : std::vector<uint8_t>();
+}
+
 /// What `info --json` tells of a file.
 inline QJsonObject infoOf(const std::string& strPath)
 {

@@ -13,14 +13,6 @@ using Bytes = std::vector<uint8_t>;
 const Bytes k_eightColours = {255, 0,   0,   255, 0, 0, 255, 255, 0,   255, 0,   255, 10,  20,  200, 255,
                               255, 255, 255, 255, 0, 0, 0,   255, 128, 128, 128, 255, 127, 127, 127, 255};
 
-/// The end of a file, where a native file has its data.
-Bytes lastBytes(const std::string& strPath, size_t uiCount)
-{
-    const Bytes bytes = readBytes(strPath);
-    EXPECT_LE(uiCount, bytes.size()) << strPath;
-    return uiCount <= bytes.size() ? Bytes(bytes.end() - static_cast<ptrdiff_t>(uiCount), bytes.end()) : Bytes();
-}
-
 class PackedFormatsOfTheShell : public testing::Test
 {
 protected:

@@ -32,6 +32,8 @@ TEST(Program, NamesEveryOptionInTheHelpOfItsVerb)
                                   "--colour-mips", "--filter",       "--format",  "--type",   "--space", "--quality", "--dither", "--pad",
                                   "--legacy",      "--as-stored",    "--out-dir", "--ext",    "--jobs",  "--quiet"})
         EXPECT_NE(std::string::npos, strHelp.find(std::string(strOption) + " ")) << strOption;
+    for (const char* strVerb : {"info", "convert", "extract", "formats"})
+        EXPECT_NE(std::string::npos, cli({strVerb, "--help"}).strOutput.find("--processors N ")) << strVerb;
     const std::string strExtractHelp = cli({"extract", "--help"}).strOutput;
     for (const char* strOption : {"--output", "--level", "--member", "--face"})
         EXPECT_NE(std::string::npos, strExtractHelp.find(std::string(strOption) + " ")) << strOption;
@@ -50,8 +52,25 @@ TEST(Program, KnowsNoVerbOrOperationThatIsNotBuilt)
 {
     for (const char* strVerb : {"compare", "font", "cube", "array", "wrap", "new"})
         expectWrongWords(cli({strVerb, "a", "-o", "b.mox"}), strVerb, "");
-    for (const char* strOption : {"--normal-map", "--pre-multiply", "--bleed", "--set", "--set-float", "--copy", "--processors"})
+    for (const char* strOption : {"--normal-map", "--pre-multiply", "--bleed", "--set", "--set-float", "--copy"})
         expectWrongWords(cli({"convert", "a.mox", "-o", "b.mox", strOption}), strOption, "convert");
+}
+
+TEST(Program, TakesANumberOfProcessorsForEveryVerb)
+{
+    const CTemporaryFolder folder;
+    writePicture(folder.path("a.png"), 4, 4);
+    for (const char* strCount : {"1", "1024"})
+    {
+        EXPECT_EQ(cli({"info", folder.path("a.png")}).strOutput, cli({"info", folder.path("a.png"), "--processors", strCount}).strOutput);
+        EXPECT_EQ(cli({"formats"}).strOutput, cli({"formats", "--processors", strCount}).strOutput);
+        expectDone(cli({"extract", "--processors", strCount, folder.path("a.png"), "-o", folder.path("b.png")}));
+        expectDone(cli({"convert", folder.path("a.png"), "-o", folder.path("b.mox"), "--processors", strCount}));
+    }
+    for (const char* strCount : {"0", "-1", "1025", "two", "1.5", ""})
+        expectWrongWords(cli({"info", folder.path("a.png"), "--processors", strCount}), "is no number of processors from 1 to 1024",
+                         "info");
+    expectWrongWords(cli({"formats", "--processors"}), "--processors", "formats");
 }
 
 TEST(Program, ShowsNoControlCharactersOfWrongWords)

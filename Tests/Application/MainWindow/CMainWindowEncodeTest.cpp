@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QMessageBox>
@@ -5,6 +7,7 @@
 #include <QtWidgets/QTableWidget>
 
 #include "Application/MainWindow/MainWindowFixture.h"
+#include "Formats/FormatNames.h"
 
 using namespace moxtexture;
 using testsupport::CDialogAnswers;
@@ -18,11 +21,14 @@ class CMainWindowEncodeTest : public MainWindowTest
 {
 protected:
     /// Chooses a format of an API in the encode dialog and accepts it.
+    /// @param iMOXTCMode  place in the box of MOXTC's qualities; negative: as it stands
     static std::function<void(QDialog&)> choose(const std::string& strFormat, bool bMIPMaps = false,
-                                                const QString& strApi = "DirectX 11 (11_1)")
+                                                const QString& strApi = "DirectX 11 (11_1)", int iMOXTCMode = -1)
     {
         return [=](QDialog& dialog)
         {
+            if (iMOXTCMode >= 0)
+                dialog.findChild<QComboBox*>("Combo_MOXTCMode")->setCurrentIndex(iMOXTCMode);
             dialog.findChild<QComboBox*>("Combo_API")->setCurrentText(strApi);
             dialog.findChild<QCheckBox*>("Check_MIPMap")->setChecked(bMIPMaps);
             auto* pTable = dialog.findChild<QTableWidget*>("Table_FilteredFormats");
@@ -37,16 +43,36 @@ protected:
         };
     }
 
-    CTexViewWindowSingle& encode(const std::string& strFormat, bool bMIPMaps = false)
+    CTexViewWindowSingle& encode(const std::string& strFormat, bool bMIPMaps = false, const QString& strApi = "DirectX 11 (11_1)",
+                                 int iMOXTCMode = -1)
     {
         const int iCount = windowCount();
         CDialogAnswers answers;
-        answers.thenDo(choose(strFormat, bMIPMaps));
+        answers.thenDo(choose(strFormat, bMIPMaps, strApi, iMOXTCMode));
         action("Act_Encode").trigger();
         EXPECT_EQ(1u, answers.seen().size());
         EXPECT_EQ(iCount + 1, windowCount());
         return *lastView();
     }
+
+    /// Encodes and expects that to fail, with nothing changed.
+    void expectCannotEncode(const std::function<void(QDialog&)>& choice)
+    {
+        const int iCount = windowCount();
+        const std::vector<uint8_t> pixels = dataOf(getCurrent().getWorkingTexture());
+        CDialogAnswers answers;
+        answers.thenDo(choice).thenPress(QMessageBox::Ok);
+        action("Act_Encode").trigger();
+        ASSERT_EQ(2u, answers.seen().size());
+        EXPECT_EQ("Cannot Encode", answers.seen()[1].strTitle);
+        EXPECT_EQ("Unable to encode the texture - unknown reason. Please contact Bluedesk for support.", answers.seen()[1].strText);
+        EXPECT_EQ(iCount, windowCount());
+        EXPECT_EQ(nullptr, window().findChild<QDialog*>("Dialog_WaitNotice"));
+        EXPECT_EQ(pixels, dataOf(getCurrent().getWorkingTexture()));
+        EXPECT_FALSE(area().currentSubWindow()->windowTitle().contains('*'));
+    }
+
+    CTexViewWindowSingle& getCurrent() const { return *viewOf(area().currentSubWindow()); }
 
     static QMdiSubWindow* subWindowOf(const CTexViewWindowSingle& view) { return qobject_cast<QMdiSubWindow*>(view.parentWidget()); }
 };
@@ -115,14 +141,29 @@ TEST_F(CMainWindowEncodeTest, HasNoChoiceOfADifferenceViewYet)
 TEST_F(CMainWindowEncodeTest, TellsThatAFormatHasNoCodecYet)
 {
     openView(png("photo.png", 8, 8));
-    CDialogAnswers answers;
-    answers.thenDo(choose("ETC1", false, "OpenGL ES 2")).thenPress(QMessageBox::Ok);
-    action("Act_Encode").trigger();
-    ASSERT_EQ(2u, answers.seen().size());
-    EXPECT_EQ("Cannot Encode", answers.seen()[1].strTitle);
-    EXPECT_EQ("Unable to encode the texture - unknown reason. Please contact Bluedesk for support.", answers.seen()[1].strText);
-    EXPECT_EQ(1, windowCount());
-    EXPECT_EQ(nullptr, window().findChild<QDialog*>("Dialog_WaitNotice"));
+    expectCannotEncode(choose("ETC1", false, "OpenGL ES 2"));
+}
+
+TEST_F(CMainWindowEncodeTest, MakesEveryMOXTCFormatAtBothFastQualitiesWithItsLevels)
+{
+    CTexViewWindowSingle& source = openView(png("photo.png", 32, 32, QColor(255, 0, 0)));
+    for (const char* pcFormat : {"MOXTC 2bpp RGBA", "MOXTC 2bpp RGB", "MOXTCII 2bpp", "MOXTC 4bpp RGBA", "MOXTC 4bpp RGB", "MOXTCII 4bpp"})
+        for (const int iMode : {0, 1})
+        {
+            area().setActiveSubWindow(subWindowOf(source));
+            CTexViewWindowSingle& encoded = encode(pcFormat, true, "OpenGL ES 2", iMode);
+            EXPECT_EQ(pcFormat, getFormatName(encoded.getStoredTexture().getPixelFormat()));
+            EXPECT_EQ(6u, encoded.getStoredTexture().getNumMIPLevels());
+            const std::vector<uint8_t> top = dataOf(source.getWorkingTexture());
+            EXPECT_TRUE(std::equal(top.begin(), top.end(), encoded.getWorkingTexture().getDataPtr())) << "a colour that all of them hold";
+        }
+}
+
+TEST_F(CMainWindowEncodeTest, TellsThatMOXTCHasNoSlowerQualitiesYet)
+{
+    openView(png("photo.png", 32, 32));
+    for (const int iMode : {2, 3, 4})
+        expectCannotEncode(choose("MOXTCII 4bpp", false, "OpenGL ES 2", iMode));
 }
 
 TEST_F(CMainWindowEncodeTest, EncodesWhatWasActiveWhenTheDialogCameUp)
