@@ -178,6 +178,16 @@ TEST(OptimiseColours, WeightsThatDifferShiftEachColourByItsOwnPixels)
     EXPECT_EQ(levels(70, 230), shiftHalves({100, 70, 180, 230}));   // -30 and 50
 }
 
+TEST(OptimiseColours, OnePixelOfAnotherWeightIsEnoughForALine)
+{
+    // Fifteen differences of 20 at weight 0 and one of 35 at 3/8: 15 more over 3/8 is a slope of 40, so A gets 20 and B 60.
+    BlockRecord4bpp record;
+    record.aui8StandardCodes[5] = 1;
+    EXPECT_EQ(levels(120, 160),
+              optimise(OneBlock<BlockRecord4bpp>{record, level(100), level(100), [](uint32_t i) { return level(i == 5 ? 135 : 120); },
+                                                 everywhere(level(100)), everywhere(level(100))}));
+}
+
 TEST(OptimiseColours, At2bppThirtyTwoPixelsAreTheMean)
 {
     BlockRecord2bpp record;

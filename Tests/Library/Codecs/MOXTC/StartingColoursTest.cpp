@@ -64,6 +64,17 @@ TEST(StartingColours, BrightnessHasNoFraction)
     expectOrder(rgba(0, 1, 0), rgba(4, 0, 0));
 }
 
+TEST(StartingColours, RedGreenAndBlueCountThirtyFiftyNineAndEleven)
+{
+    // Each share decides by a hair against a colour whose number would decide otherwise, once from below and once from above.
+    expectOrder(rgba(0, 0, 19), rgba(10, 0, 0));            // 209 and 300
+    expectOrder(rgba(33, 0, 0), rgba(0, 0, 90));            // 990 twice
+    expectOrder(rgba(103, 0, 255), rgba(0, 100, 0));        // 5895 and 5900
+    expectOrder(rgba(0, 99, 0), rgba(103, 0, 255));         // 5841 and 5895
+    expectOrder(rgba(0, 18, 0, 255), rgba(0, 0, 100, 254)); // 1062 and 1100
+    expectOrder(rgba(0, 0, 99, 254), rgba(0, 18, 0, 255));  // 1089 and 1062
+}
+
 TEST(StartingColours, OfEqualBrightnessTheSmallerNumberComesFirstAndAlphaIsItsTop)
 {
     expectOrder(rgba(200, 200, 200, 5), rgba(200, 200, 200, 9));
