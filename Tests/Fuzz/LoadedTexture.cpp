@@ -62,6 +62,17 @@ void bringToRGBA8(const CMOXTexture& loaded)
         require(texture.getPixelFormat() == k_RGBA8 && texture.getDataSize() == texture.getBlockSize());
 }
 
+/// To one of the MOXTC formats at one of the two fast qualities, which its own bytes choose.
+void encodeAsMOXTC(const CMOXTexture& loaded)
+{
+    CMOXTexture texture = loaded;
+    const uint8_t* pBytes = texture.getDataPtr();
+    const uint32_t uiChoice = (pBytes[0] + pBytes[texture.getBlockSize() - 1]) % 12u;
+    const auto eFormat = static_cast<EMOXTPixelFormat>(ePF_MOXTC_2bpp_RGB + uiChoice / 2);
+    if (Transcode(texture, eFormat, eCT_UnsignedNormalisedByte, eCS_Linear, uiChoice % 2, false))
+        require(texture.getPixelFormat() == eFormat && texture.getDataSize() == texture.getBlockSize());
+}
+
 void saveEverywhere(const CMOXTexture& texture)
 {
     const CMemoryPath path;
@@ -124,6 +135,9 @@ void useLoaded(const CMOXTexture& texture)
     bringToRGBA8(texture);
     if (!isSmall(texture))
         return;
+    constexpr uint64_t ui64MostToEncode = 4096;
+    if (countPixels(texture) <= ui64MostToEncode)
+        encodeAsMOXTC(texture);
     saveEverywhere(texture);
     saveForOthers(texture);
 }

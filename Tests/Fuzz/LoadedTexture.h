@@ -17,10 +17,10 @@ void requireSound(const moxtexture::CMOXTexture& texture);
 void lookAtSurfaces(const moxtexture::CMOXTexture& texture);
 
 /// Does with a texture from a file what programs do with one: looks at all that the header tells and at every surface, brings it to
-/// 8-bit RGBA, and saves it in every container, as it is and as other programs want it. The native file must give it back as it is,
-/// and so must a KTX or DDS file with layouts put right.
+/// 8-bit RGBA, encodes it, and saves it in every container, as it is and as other programs want it. The native file must give it back
+/// as it is, and so must a KTX or DDS file with layouts put right.
 ///
-/// Large textures are cut down first, and only small ones are saved.
+/// Large textures are cut down first, and only small ones are encoded and saved.
 void useLoaded(const moxtexture::CMOXTexture& texture);
 
 /// Requires that a writer gives true and that its file holds the same data when it is read again. Large textures are left out.

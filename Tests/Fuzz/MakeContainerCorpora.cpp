@@ -65,11 +65,36 @@ void writeKtxFormats(CCorpusFolder& corpus)
             writeKtxFormat(corpus, uiUnsized, uiType);
 }
 
+/// 24 by 24 pixels of MOXTC, whose Morton order leaves the grid of blocks, and a cube of MOXTCII with two levels.
+void writeKtxMOXTC(CCorpusFolder& corpus)
+{
+    struct Row
+    {
+        uint32_t ui32Format;
+        uint32_t uiOf24, uiOf8; ///< bytes of 24 by 24 and of 8 by 8 pixels
+        uint32_t uiOf4;
+    };
+    for (const Row& row : {Row{35840, 288, 32, 32}, Row{35841, 192, 32, 32}, Row{37175, 144, 16, 8}, Row{37176, 288, 32, 8}})
+    {
+        const std::string strName = "moxtc-" + std::to_string(row.ui32Format);
+        const CKtxFileBuilder builder = CKtxFileBuilder().format(row.ui32Format);
+        corpus.write(strName + "-unfilled", CKtxFileBuilder(builder).size(24, 24).level(row.uiOf24, noise(row.uiOf24)).bytes());
+        corpus.write(strName + "-cube", CKtxFileBuilder(builder)
+                                            .size(8, 8)
+                                            .faces(6)
+                                            .levels(2)
+                                            .level(row.uiOf8, noise(6 * row.uiOf8))
+                                            .level(row.uiOf4, noise(6 * row.uiOf4))
+                                            .bytes());
+    }
+}
+
 void writeKtx(CCorpusFolder& corpus)
 {
     constexpr uint32_t uiR8 = 33321, uiBC1 = 33776;
     const auto make = [&](const std::string& strName, const CKtxFileBuilder& builder) { corpus.write(strName, builder.bytes()); };
     writeKtxFormats(corpus);
+    writeKtxMOXTC(corpus);
 
     // 5 by 3, 2 by 1 and 1 by 1 bytes, with and without padded rows.
     make("rows-padded", CKtxFileBuilder().format(uiR8).size(5, 3).levels(3).level(24, noise(24)).level(4, noise(4)).level(4, noise(4)));
@@ -141,6 +166,12 @@ void writeDds(CCorpusFolder& corpus)
         if (setFromD3DFormat(header, uiNumber))
             writeDdsFormat(corpus, std::string("fourcc-") + strLetters, uiNumber, header, CDdsFileBuilder().fourCC(uiNumber));
     }
+
+    // Bytes of 32 by 16 pixels and the levels below, and of 24 by 24: two or four bits a pixel, 16 by 8 or 8 by 8 pixels at least.
+    make("moxtc-ptc2-chain", CDdsFileBuilder().fourCC(0x32435450).size(32, 16).levels(6).data(noise(128 + 5 * 32)));
+    make("moxtc-ptc4-chain", CDdsFileBuilder().fourCC(0x34435450).size(32, 16).levels(6).data(noise(256 + 64 + 4 * 32)));
+    make("moxtc-ptc2-unfilled", CDdsFileBuilder().fourCC(0x32435450).size(24, 24).data(noise(192)));
+    make("moxtc-ptc4-unfilled", CDdsFileBuilder().fourCC(0x34435450).size(24, 24).data(noise(288)));
 
     make("shape-levels", CDdsFileBuilder().size(4, 2).levels(3).data(noise(44)));
     make("shape-cube", CDdsFileBuilder().size(2, 2).caps2(0xFE00).data(noise(96)));

@@ -78,6 +78,29 @@ void writeFormats(CCorpus& corpus)
     }
 }
 
+/// The six MOXTC formats in shapes that their blocks take to differently.
+void writeMOXTC(CCorpus& corpus)
+{
+    for (uint32_t i = ePF_MOXTC_2bpp_RGB; i <= ePF_MOXTCII_4bpp; ++i)
+    {
+        const std::string strName = "moxtc-" + std::to_string(i) + "-";
+        Seed chain;
+        chain.format = static_cast<EMOXTPixelFormat>(i);
+        chain.uiWidth = 32;
+        chain.uiHeight = 16;
+        chain.uiLevels = 6;
+        corpus.write(strName + "chain", chain.builder());
+        Seed unfilled = chain; // 3 or 6 blocks each way, whose Morton order leaves the grid
+        unfilled.uiWidth = unfilled.uiHeight = 24;
+        unfilled.uiLevels = 1;
+        corpus.write(strName + "unfilled", unfilled.builder());
+        Seed cube = unfilled;
+        cube.uiWidth = cube.uiHeight = 1;
+        cube.uiFaces = 6;
+        corpus.write(strName + "cube", cube.builder());
+    }
+}
+
 void writeShapes(CCorpus& corpus)
 {
     Seed levels;
@@ -149,6 +172,7 @@ int main(int argc, char** argv)
     }
     CCorpus corpus(argv[1]);
     writeFormats(corpus);
+    writeMOXTC(corpus);
     writeShapes(corpus);
     writeMetaData(corpus);
     writeEndings(corpus);

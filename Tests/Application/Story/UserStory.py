@@ -163,6 +163,44 @@ class UserStory(unittest.TestCase):
         # Its temporary folder went with it; the socket's lock and the like are the toolkit's.
         self.assertEqual([], [path.name for path in (desktop.folder / "tmp").iterdir() if path.is_dir()])
 
+    def test_a_photo_becomes_moxtcii_at_the_fastest_quality(self):
+        desktop = self.desktop
+        process, main = self.start("open", self.photo)
+        self.greet(main)
+        self.stored("a photo.png")
+
+        # The second group below the recent formats, OpenGL ES 2; in the table seven rows down; in the box below it the first mode.
+        desktop.window("Halvane")
+        desktop.keys("ctrl+e")
+        desktop.window("Encode Texture")
+        desktop.keys("Down", "Down", *["Tab"] * 7, "Down", "Home", *["Down"] * 6, "Tab", "Home", "Return")
+        desktop.gone("Encode Texture")
+        self.stored("MOXTCEncode")
+        texture = desktop.folder / "photo of blocks.mox"
+        desktop.window("Halvane")
+        desktop.keys("ctrl+s")
+        self.choose("Save Texture", texture)
+        wait_for("the saved texture", texture.exists)
+        self.leave(process)
+        header = self.info(texture)
+        self.assertEqual("MOXTCII 4bpp", header["formatName"])
+        self.assertEqual((512, 512, 10), (header["width"], header["height"], header["mipLevels"]))
+
+        # The same bytes as from the shell, and a second start opens them.
+        size = header["dataSize"]
+        shell = desktop.folder / "shell.mox"
+        subprocess.run([COMMAND_LINE, "convert", self.photo, "-o", shell, "--mips", "all", "--format", "moxtcii-4bpp",
+                        "--quality", "0"], check=True)
+        self.assertEqual(shell.read_bytes()[-size:], texture.read_bytes()[-size:])
+        process, main = self.start("open", texture)
+        self.greet(main)
+        self.stored(texture.name)
+        again = desktop.folder / "again.mox"
+        self.save_as(6, again)
+        wait_for("the texture again", again.exists)
+        self.assertEqual(texture.read_bytes(), again.read_bytes())
+        self.leave(process)
+
     def test_a_texture_goes_to_every_container_and_comes_back(self):
         desktop = self.desktop
         process, main = self.start("open", self.photo)
