@@ -9,7 +9,6 @@
 #include "Codecs/MOXTC/Block/BlockGrid.h"
 #include "Codecs/MOXTC/MOXTC1Decoder.h"
 #include "Codecs/MOXTC/MOXTCIIDecoder.h"
-#include "Core/Workers.h"
 #include "MoxtcTestPictures.h"
 #include "Support/EveryInstructionSet.h"
 #include "Support/SeededPictures.h"
@@ -115,34 +114,16 @@ inline std::vector<uint8_t> makeDataOfOneMode(const Surface& surface, bool bMode
     return data;
 }
 
-/// A million blocks, in squares of 65536; the plain decoder takes its time, so they are shared out.
-inline void expectThePlainPixelsOfAMillionBlocks(const Format& format)
+/// Cuts the data off at many places, within blocks too, down to nothing.
+inline void expectThePlainPixelsOfShorterAndShorterData(const Surface& surface)
 {
-    const Surface surface = {format, 256 * moxtexture::getBlockWidth(format.b2bpp), 1024};
-    std::array<bool, 16> abEqual = {};
-    moxtexture::runTasks(abEqual.size(), moxtexture::getProcessorCount(),
-                         [&](size_t i)
-                         {
-                             const std::vector<uint8_t> data = testsupport::CSeededRandom(i).bytes(getDataSize(surface));
-                             abEqual[i] = decodeSurface(EForm::ePlain, surface, data) == decodeSurface(EForm::eFast, surface, data);
-                         });
-    EXPECT_THAT(abEqual, testing::Each(true));
-}
-
-inline void expectThePlainPixelsOfEveryMode(const Format& format)
-{
-    const Surface surface = {format, 40, 24};
-    constexpr uint32_t kui32Flags = moxtexture::k_ui32OneAxisFlag | moxtexture::k_ui32VerticalFlag;
-    expectThePlainPixels(surface, makeDataOfOneMode(surface, false, 0, 0));
-    expectThePlainPixels(surface, makeDataOfOneMode(surface, true, moxtexture::k_ui32OneAxisFlag, 0));
-    expectThePlainPixels(surface, makeDataOfOneMode(surface, true, kui32Flags, moxtexture::k_ui32OneAxisFlag));
-    expectThePlainPixels(surface, makeDataOfOneMode(surface, true, kui32Flags, kui32Flags));
-}
-
-/// The formats of one generation, as test parameters.
-inline std::string getRateName(const testing::TestParamInfo<Format>& info)
-{
-    return info.param.b2bpp ? "At2bpp" : "At4bpp";
+    std::vector<uint8_t> data = makeRandomData(surface);
+    while (!data.empty())
+    {
+        data.resize(data.size() - std::min<size_t>(data.size(), 37));
+        data.shrink_to_fit();
+        expectThePlainPixels(surface, data);
+    }
 }
 
 } // namespace moxtctest

@@ -160,7 +160,7 @@ TEST(BlendCells, AHardCellHasTheColoursOfTheBlockThatHoldsThePixel)
                      {
                          for (size_t i = 0; i < 2 * uiHalf; ++i)
                          {
-                             for (const size_t y : {0, 1})
+                             for (const size_t y : {size_t{0}, size_t{1}})
                              {
                                  EXPECT_EQ(i < uiHalf ? 8u : 74u, picture.channelAt(i, y, k_uiRed)) << i;
                                  EXPECT_EQ(i < uiHalf ? 148u : 255u, picture.channelAt(i, y + 2, k_uiRed)) << i;

@@ -15,7 +15,6 @@ namespace
 {
 
 constexpr uint32_t k_ui32Bit15 = 0x8000;
-constexpr uint32_t k_ui32Bit31 = 0x80000000;
 constexpr uint32_t k_uiPunched = 4 | k_ui8PunchThroughBit; ///< a weight
 
 /// Runs the check on a block that each form has unpacked, the fast one for every instruction set.
