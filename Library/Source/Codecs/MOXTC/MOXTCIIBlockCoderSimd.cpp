@@ -19,6 +19,8 @@ namespace moxtexture
 {
 namespace HWY_NAMESPACE
 {
+namespace
+{
 
 namespace hn = hwy::HWY_NAMESPACE;
 
@@ -299,6 +301,8 @@ HWY_INLINE GroupResult codeFewColours(const GroupPixels& pixels, MU isPunchThrou
     };
     return {first, second, makeCodes(pixels, getCode)};
 }
+
+} // namespace
 
 HWY_NOINLINE void codeBlocks(const uint8_t* pui8Source, size_t uiBlocksX, size_t uiBlockCount, uint8_t* pui8Target)
 {

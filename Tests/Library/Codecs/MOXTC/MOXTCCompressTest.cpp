@@ -157,6 +157,7 @@ TEST(MOXTCCompressSize, IsNothingForNoPixelsAndForMoreBytesThan32BitsCount)
         EXPECT_EQ(0u, querySize(131072, 131072, format));         // 2^33 and 2^32 bytes
     }
     EXPECT_EQ(0u, querySize(0xFFFFFFFF, 1, {false, true})); // 2^30 blocks, padded
+    EXPECT_EQ(0u, querySize(131072, 65540, {false, true})); // 2^32 bytes and 2^18
     EXPECT_EQ(0x80000000u, querySize(65536, 65536, {false, true}));
 }
 
