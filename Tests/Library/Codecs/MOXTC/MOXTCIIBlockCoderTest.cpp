@@ -126,7 +126,7 @@ TEST(MOXTCIIBlockCoder, GivesTwoColoursTheCodes0And3InTheOrderTheyAreMet)
 {
     // White is met first and so is A, though it is the brighter one: 31 << 10 | 31 << 5 | 15 << 1 = 0x7FFE. B is 0.
     CodedPixels pixels = fillBlock(k_uiWhite);
-    for (const size_t i : {2, 3, 6, 7, 10, 11, 14, 15})
+    for (const uint32_t i : {2u, 3u, 6u, 7u, 10u, 11u, 14u, 15u})
         pixels[i] = k_uiBlack;
     expectBlock(0xF0F0F0F0, k_uiOpaqueFlag | k_uiHardFlag | 0x7FFE, pixels);
 }
