@@ -1,6 +1,6 @@
 #include "Codecs/MOXTC/OptimiseColours.h"
 
-#include <cstring>
+#include <algorithm>
 
 // Vectors stand in structures, so they need a size that the compiler knows.
 #define HWY_DISABLED_TARGETS (HWY_SVE | HWY_SVE2 | HWY_SVE_256 | HWY_SVE2_128 | HWY_RVV)
@@ -44,6 +44,7 @@ using VF = hn::Vec<DF>;
 using MF = hn::Mask<DF>;
 constexpr DF df{};
 constexpr hn::FixedTag<int32_t, 4> d4{};
+constexpr hn::FixedTag<uint8_t, 8> dHalfRow{};
 
 constexpr size_t k_uiChannels = 4;
 constexpr size_t k_uiMostLanes = 16;
@@ -62,38 +63,33 @@ struct Run
 
 // ---- Weights of a group's pixels
 
+HWY_INLINE V8 findBlockWeights(const BlockRecord4bpp& record)
+{
+    const bool bStandard = record.uiMode == k_ui8ModeDirect;
+    const auto& codes = bStandard ? record.aui8StandardCodes : record.aui8PunchThroughCodes;
+    return lookUpWeights(bStandard ? k_aui8StandardWeights : k_aui8PunchThroughWeightsMOXTCII, hn::LoadU(d8, codes.data()));
+}
+
 HWY_INLINE void findWeights(const BlockRecord4bpp* HWY_RESTRICT pRecords, size_t uiBlocks, GroupBytes& weights)
 {
-    constexpr size_t uiWidth = BlockRecord4bpp::k_uiBlockWidth;
-    for (size_t i = 0; i < uiBlocks; ++i)
-    {
-        const BlockRecord4bpp& record = pRecords[i];
-        const bool bStandard = record.uiMode == k_ui8ModeDirect;
-        const auto& codes = bStandard ? record.aui8StandardCodes : record.aui8PunchThroughCodes;
-        alignas(16) uint8_t aui8Weights[BlockRecord4bpp::k_uiPixels];
-        hn::Store(lookUpWeights(bStandard ? k_aui8StandardWeights : k_aui8PunchThroughWeightsMOXTCII, hn::LoadU(d8, codes.data())), d8,
-                  aui8Weights);
-        for (size_t y = 0; y < k_uiGroupHeight; ++y)
-            std::memcpy(weights.aui8[y] + i * uiWidth, aui8Weights + y * uiWidth, uiWidth);
-    }
+    // A vector of four rows for each of four blocks becomes one of four blocks for each row.
+    const hn::Repartition<uint32_t, decltype(d8)> dRows;
+    const auto getRows = [&](size_t i) HWY_ATTR { return hn::BitCast(dRows, findBlockWeights(pRecords[std::min(i, uiBlocks - 1)])); };
+    hn::StoreInterleaved4(getRows(0), getRows(1), getRows(2), getRows(3), dRows, reinterpret_cast<uint32_t*>(weights.aui8[0]));
 }
 
 /// Row y of two blocks side by side.
 HWY_INLINE V8 joinRows(const uint8_t* pCodes, const uint8_t* pNextCodes, size_t y)
 {
-    const hn::FixedTag<uint8_t, 8> dHalf;
     constexpr size_t uiWidth = BlockRecord2bpp::k_uiBlockWidth;
-    return hn::Combine(d8, hn::LoadU(dHalf, pNextCodes + y * uiWidth), hn::LoadU(dHalf, pCodes + y * uiWidth));
+    return hn::Combine(d8, hn::LoadU(dHalfRow, pNextCodes + y * uiWidth), hn::LoadU(dHalfRow, pCodes + y * uiWidth));
 }
 
 HWY_INLINE void findWeights(const BlockRecord2bpp* HWY_RESTRICT pRecords, size_t uiBlocks, GroupBytes& weights)
 {
     const BlockRecord2bpp& record = pRecords[0];
     const BlockRecord2bpp& next = pRecords[uiBlocks > 1 ? 1 : 0];
-    alignas(16) uint8_t aui8Modes[k_uiGroupWidth];
-    std::memset(aui8Modes, record.ui8Mode, k_uiGroupWidth / 2);
-    std::memset(aui8Modes + k_uiGroupWidth / 2, next.ui8Mode, k_uiGroupWidth / 2);
-    const V8 modes = hn::Load(d8, aui8Modes);
+    const V8 modes = hn::Combine(d8, hn::Set(dHalfRow, next.ui8Mode), hn::Set(dHalfRow, record.ui8Mode));
     const auto isDirect = hn::Eq(modes, hn::Set(d8, k_ui8ModeDirect));
     const auto isBothAxes = hn::Eq(modes, hn::Set(d8, k_ui8ModeBothAxes));
     const auto isVertical = hn::Eq(modes, hn::Set(d8, k_ui8ModeHorizontal)); // on purpose: the axes are exchanged

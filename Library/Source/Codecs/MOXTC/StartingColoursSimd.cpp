@@ -37,6 +37,7 @@ namespace
 {
 
 constexpr size_t k_uiMostLanes = 16;
+constexpr uint32_t k_uiRunBlocks = 32; ///< their candidates are picked before the pairs are sought
 
 /// The rows under the windows of a row of blocks, with the margins that wrap at both sides.
 class CWindowRows
@@ -90,46 +91,61 @@ struct PixelList
     HWY_INLINE void padWithFirst() { hn::StoreU(hn::Set(du, auiPixels[0]), du, auiPixels + uiCount); }
 };
 
-/// Squared distances of the pixels of a list.
-template <size_t uiMost>
-struct Distances
+/// Stores whole vectors, as they are soon loaded again.
+template <size_t uiWidth, size_t uiHeight>
+HWY_INLINE void loadWindow(const uint32_t* HWY_RESTRICT pWindow, size_t uiPitch, PixelList<uiWidth * uiHeight>& window)
 {
-    alignas(64) int32_t ai[uiMost];
-    int32_t iGreatest;
-
-    HWY_INLINE VI load(size_t i) const { return hn::Load(di, ai + i); }
-
-    /// The first pixel of the greatest distance.
-    HWY_INLINE size_t findFarthest() const
+    constexpr size_t uiLanes = hn::MaxLanes(du);
+    for (size_t i = 0; i < uiWidth * uiHeight; i += std::max(uiLanes, uiWidth))
     {
-        const VI greatest = hn::Set(di, iGreatest);
-        for (size_t i = 0; i < uiMost; i += hn::Lanes(di))
+        const uint32_t* pRow = pWindow + i / uiWidth * uiPitch;
+        if constexpr (uiLanes <= uiWidth)
         {
-            const MI isGreatest = hn::Eq(load(i), greatest);
-            if (!hn::AllFalse(di, isGreatest))
-                return i + static_cast<size_t>(hn::FindFirstTrue(di, isGreatest));
+            for (size_t x = 0; x < uiWidth; x += uiLanes)
+                hn::Store(hn::LoadU(du, pRow + x), du, window.auiPixels + i + x);
         }
-        return 0;
+        else if constexpr (uiLanes == 2 * uiWidth)
+        {
+            constexpr hn::Half<DU> dRow{};
+            hn::Store(hn::Combine(du, hn::LoadU(dRow, pRow + uiPitch), hn::LoadU(dRow, pRow)), du, window.auiPixels + i);
+        }
+        else
+        {
+            for (size_t uiPlace = 0; uiPlace < uiLanes; uiPlace += uiWidth, pRow += uiPitch)
+                std::memcpy(window.auiPixels + i + uiPlace, pRow, uiWidth * sizeof(uint32_t));
+        }
     }
-};
+}
 
 HWY_INLINE int32_t getGreatestLane(VI v)
 {
     return hn::GetLane(hn::MaxOfLanes(di, v));
 }
 
-/// @param iScale  the pixels' channels count as 1 << iScale times what they are
-template <int iScale, size_t uiMost>
-HWY_INLINE void measure(const PixelList<uiMost>& pixels, const ChannelPairs& from, Distances<uiMost>& distances)
+/// A pixel of a list by its number, and its squared distance from another.
+struct FarPixel
 {
+    size_t uiNumber;
+    int32_t iDistance;
+};
+
+/// @return one of the pixels farthest from another
+template <size_t uiMost>
+HWY_INLINE FarPixel findFarPixel(const PixelList<uiMost>& pixels, const ChannelPairs& from)
+{
+    // The number stands below the distance, which has 18 bits.
+    constexpr int iNumberBits = 7;
+    static_assert(uiMost <= 1 << iNumberBits);
+    const VI numbers = hn::Iota(di, 0);
     VI greatest = hn::Zero(di);
     for (size_t i = 0; i < uiMost; i += hn::Lanes(di))
     {
-        const VI distance = getSquaredLength(subtract(shiftLeft<iScale>(pixels.load(i)), from));
-        hn::Store(distance, di, distances.ai + i);
-        greatest = hn::Max(greatest, distance);
+        const VI distance = getSquaredLength(subtract(pixels.load(i), from));
+        const VI number = hn::Add(numbers, hn::Set(di, static_cast<int32_t>(i)));
+        greatest = hn::Max(greatest, hn::Or(hn::ShiftLeft<iNumberBits>(distance), number));
     }
-    distances.iGreatest = getGreatestLane(greatest);
+    const int32_t iGreatest = getGreatestLane(greatest);
+    return {static_cast<size_t>(iGreatest & ((1 << iNumberBits) - 1)), iGreatest >> iNumberBits};
 }
 
 /// A limit below the square of D - R, where both are given squared.
@@ -140,35 +156,37 @@ HWY_INLINE int32_t getLeastDistance(int32_t iSquaredPair, int32_t iSquaredRadius
     return fRest > 0.0f ? static_cast<int32_t>(fRest * fRest * 0.999f) - 2 : 0;
 }
 
-/// Picks the pixels that may belong to the farthest pair.
-/// @return false if all pixels are alike
+/// Picks the pixels that may belong to the farthest pair, or the first one if all are alike. Has no branches, so that a processor may
+/// begin with the next window.
 template <size_t uiMost>
-HWY_INLINE bool pickCandidates(const PixelList<uiMost>& pixels, PixelList<uiMost>& candidates)
+HWY_INLINE void pickCandidates(const PixelList<uiMost>& pixels, PixelList<uiMost>& candidates)
 {
-    Distances<uiMost> distances;
-    measure<0>(pixels, pixels.repeat(0), distances);
-    if (distances.iGreatest == 0)
-        return false;
-    const ChannelPairs first = pixels.repeat(distances.findFarthest());
-    measure<0>(pixels, first, distances);
-    const ChannelPairs second = pixels.repeat(distances.findFarthest());
+    const ChannelPairs first = pixels.repeat(findFarPixel(pixels, pixels.repeat(0)).uiNumber);
+    const FarPixel second = findFarPixel(pixels, first);
     // Distances from the middle are doubled, so that the middle is whole; squared, they count four times.
-    const int32_t iSquaredPair = 4 * distances.iGreatest;
-    measure<1>(pixels, add(first, second), distances);
-
-    const VI beforeLeast = hn::Set(di, getLeastDistance(iSquaredPair, distances.iGreatest) - 1);
-    candidates.uiCount = 0;
+    const ChannelPairs middle = add(first, pixels.repeat(second.uiNumber));
+    alignas(64) int32_t aiDistances[uiMost];
+    VI greatest = hn::Zero(di);
     for (size_t i = 0; i < uiMost; i += hn::Lanes(di))
     {
-        const auto isCandidate = hn::RebindMask(du, hn::Gt(distances.load(i), beforeLeast));
-        hn::StoreU(hn::Compress(hn::Load(du, pixels.auiPixels + i), isCandidate), du, candidates.auiPixels + candidates.uiCount);
-        candidates.uiCount += hn::CountTrue(du, isCandidate);
+        const VI distance = getSquaredLength(subtract(shiftLeft<1>(pixels.load(i)), middle));
+        hn::Store(distance, di, aiDistances + i);
+        greatest = hn::Max(greatest, distance);
     }
+
+    const VI beforeLeast = hn::Set(di, getLeastDistance(4 * second.iDistance, getGreatestLane(greatest)) - 1);
+    size_t uiCount = 0;
+    for (size_t i = 0; i < uiMost; i += hn::Lanes(di))
+    {
+        const auto isCandidate = hn::RebindMask(du, hn::Gt(hn::Load(di, aiDistances + i), beforeLeast));
+        hn::StoreU(hn::Compress(hn::Load(du, pixels.auiPixels + i), isCandidate), du, candidates.auiPixels + uiCount);
+        uiCount += hn::CountTrue(du, isCandidate);
+    }
+    candidates.uiCount = second.iDistance == 0 ? 1 : uiCount;
     candidates.padWithFirst();
-    return true;
 }
 
-/// The first pair, in order, of the greatest distance, which is not 0.
+/// The first pair, in order, of the greatest distance; a single pixel is both.
 ///
 /// Of every row of the table of distances all columns may be looked at, from the vector with the diagonal on: a column before the
 /// diagonal has its twin in an earlier row, which then is the first. What fills up the last vector stands for column 0.
@@ -207,26 +225,30 @@ HWY_INLINE void findFarthestPair(const PixelList<uiMost>& pixels, uint32_t& uiFi
 template <size_t uiWidth, size_t uiHeight>
 HWY_INLINE void findStartingColours(CompressorImages& images, bool bOverlap)
 {
+    using List = PixelList<uiWidth * uiHeight>;
     CWindowRows rows(images, bOverlap);
-    PixelList<uiWidth * uiHeight> window;
-    PixelList<uiWidth * uiHeight> candidates;
-    window.uiCount = uiWidth * uiHeight;
+    std::vector<List> candidates(k_uiRunBlocks);
+    List window;
     for (uint32_t y = 0; y < images.uiBlocksY; ++y)
     {
         rows.fill(y);
-        for (uint32_t x = 0; x < images.uiBlocksX; ++x)
+        for (uint32_t x = 0; x < images.uiBlocksX; x += k_uiRunBlocks)
         {
-            const uint32_t* pWindow = rows.getWindow(x);
-            for (size_t i = 0; i < uiHeight; ++i)
-                std::memcpy(window.auiPixels + i * uiWidth, pWindow + i * rows.getPitch(), uiWidth * sizeof(uint32_t));
-
-            uint32_t uiColourA = window.auiPixels[0];
-            uint32_t uiColourB = uiColourA;
-            if (pickCandidates(window, candidates))
-                findFarthestPair(candidates, uiColourA, uiColourB);
-            orderByLuminance(uiColourA, uiColourB);
-            images.colourA[images.getBlockIndex(x, y)] = uiColourA;
-            images.colourB[images.getBlockIndex(x, y)] = uiColourB;
+            const uint32_t uiBlocks = std::min(k_uiRunBlocks, images.uiBlocksX - x);
+            for (uint32_t i = 0; i < uiBlocks; ++i)
+            {
+                loadWindow<uiWidth, uiHeight>(rows.getWindow(x + i), rows.getPitch(), window);
+                pickCandidates(window, candidates[i]);
+            }
+            for (uint32_t i = 0; i < uiBlocks; ++i)
+            {
+                uint32_t uiColourA = 0;
+                uint32_t uiColourB = 0;
+                findFarthestPair(candidates[i], uiColourA, uiColourB);
+                orderByLuminance(uiColourA, uiColourB);
+                images.colourA[images.getBlockIndex(x + i, y)] = uiColourA;
+                images.colourB[images.getBlockIndex(x + i, y)] = uiColourB;
+            }
         }
     }
 }
