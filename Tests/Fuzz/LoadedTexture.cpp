@@ -10,6 +10,7 @@
 #include "Composition/KtxLayouts.h"
 #include "Conversion/Transcode.h"
 #include "Core/FileHandle.h"
+#include "Core/Workers.h"
 #include "Files/AstcFile.h"
 #include "Files/CHeaderFile.h"
 #include "Files/DdsHeader.h"
@@ -65,6 +66,7 @@ void bringToRGBA8(const CMOXTexture& loaded)
 /// To one of the MOXTC formats at one of the two fast qualities, which its own bytes choose.
 void encodeAsMOXTC(const CMOXTexture& loaded)
 {
+    setProcessorCount(1); // threads would find nothing more, and start slowly here
     CMOXTexture texture = loaded;
     const uint8_t* pBytes = texture.getDataPtr();
     const uint32_t uiChoice = (pBytes[0] + pBytes[texture.getBlockSize() - 1]) % 12u;
