@@ -9,8 +9,10 @@ namespace moxtexture
 
 uint64_t getMOXTCDataSize(uint32_t uiWidth, uint32_t uiHeight, bool b2bpp, bool bII)
 {
-    const BlockCounts counts = bII ? getMOXTCIIBlockCounts(uiWidth, uiHeight, b2bpp) : getMOXTC1BlockCounts(uiWidth, uiHeight, b2bpp);
-    return uint64_t{counts.uiX} * counts.uiY * k_uiBlockBytes;
+    const BlockCounts counts = getMOXTCIIBlockCounts(uiWidth, uiHeight, b2bpp);
+    const auto raiseToEven = [](uint64_t ui64Count) { return ui64Count + ui64Count % 2; };
+    const uint64_t ui64Blocks = bII ? uint64_t{counts.uiX} * counts.uiY : raiseToEven(counts.uiX) * raiseToEven(counts.uiY);
+    return ui64Blocks * k_uiBlockBytes;
 }
 
 uint32_t MOXTCDecompress(const uint8_t* pSource, uint8_t* pTarget, uint32_t uiWidth, uint32_t uiHeight, bool b2bpp, bool bII)

@@ -25,12 +25,12 @@ BlockWord redBlock(uint32_t uiRed)
     return {0, opaqueColours(k_MOXTC1At4bpp, {uiRed, 0, 0}, {0, 0, 0})};
 }
 
-/// Blocks of red 0, 1, 2, ... in the order of the data.
+/// Blocks of red 0, 1, 2, ..., 31, 0, 1, ... in the order of the data.
 std::vector<BlockWord> makeRedBlocks(uint32_t uiCount)
 {
     std::vector<BlockWord> blocks;
     for (uint32_t ui = 0; ui < uiCount; ++ui)
-        blocks.push_back(redBlock(ui));
+        blocks.push_back(redBlock(ui % 32));
     return blocks;
 }
 
@@ -149,7 +149,8 @@ TEST_P(MOXTC1Decoding, EachAxisIsRaisedAlone)
 
 TEST_P(MOXTC1Decoding, PixelsPastTheLastWholeBlockStayAsTheyWere)
 {
-    const CPicture picture = decode(k_MOXTC1At2bpp, makeRedBlocks(4), 20, 10);
+    // Stored as 32 by 16 pixels, 16 blocks, of which the first four are the whole ones.
+    const CPicture picture = decode(k_MOXTC1At2bpp, makeRedBlocks(16), 20, 10);
     for (uint32_t y = 0; y < 10; ++y)
         for (uint32_t x = 0; x < 20; ++x)
             EXPECT_EQ(x >= 16 || y >= 8, picture.at(x, y) == k_aUntouched) << x << ", " << y;
@@ -157,17 +158,25 @@ TEST_P(MOXTC1Decoding, PixelsPastTheLastWholeBlockStayAsTheyWere)
     EXPECT_EQ(12, picture.redAt(0, 0));
 }
 
-TEST_P(MOXTC1Decoding, PixelsOfBlocksThatTheOrderPutsPastTheDataAreNothing)
+TEST_P(MOXTC1Decoding, BlocksThatTheOrderPutsPastTheGridComeFromTheSurfacesFurtherData)
 {
-    // 3 by 3 blocks, nine in the data: (2, 1) would be the tenth, (2, 2) the thirteenth.
-    const CPicture picture = decode(k_MOXTC1At4bpp, makeRedBlocks(9), 12, 12);
-    for (uint32_t y = 0; y < 12; ++y)
-        for (uint32_t x = 0; x < 12; ++x)
-            EXPECT_EQ(x >= 8 && y >= 4, picture.at(x, y) == k_aNothing) << x << ", " << y;
-    constexpr uint32_t k_auiPlaces[3][3] = {{0, 2, 8}, {1, 3, 0}, {4, 6, 0}};
+    // 3 by 3 blocks, stored as 16 by 16 pixels: (2, 1) is the tenth of 16 blocks, (2, 2) the thirteenth.
+    constexpr uint32_t k_auiPlaces[3][3] = {{0, 2, 8}, {1, 3, 9}, {4, 6, 12}};
+    const CPicture picture = decode(k_MOXTC1At4bpp, makeRedBlocks(16), 12, 12);
     for (uint32_t y = 0; y < 3; ++y)
         for (uint32_t x = 0; x < 3; ++x)
-            EXPECT_EQ(widen(k_auiPlaces[y][x]), picture.redAt(4 * x + 2, 4 * y + 2)) << x << ", " << y;
+            EXPECT_EQ((Pixel{widen(k_auiPlaces[y][x]), 0, 0, 255}), picture.at(4 * x + 2, 4 * y + 2)) << x << ", " << y;
+}
+
+TEST_P(MOXTC1Decoding, PixelsOfBlocksThatTheOrderPutsPastTheDataAreNothing)
+{
+    // 5 by 5 blocks, stored as 24 by 24 pixels, 36 blocks. (4, 1) has place 32 + 1, (4, 2) 32 + 4, (4, 3) 32 + 5, (4, 4) 32 + 16.
+    const CPicture picture = decode(k_MOXTC1At4bpp, makeRedBlocks(36), 20, 20);
+    for (uint32_t y = 0; y < 20; ++y)
+        for (uint32_t x = 0; x < 20; ++x)
+            EXPECT_EQ(x >= 16 && y >= 8, picture.at(x, y) == k_aNothing) << x << ", " << y;
+    EXPECT_EQ(widen(33 % 32), picture.redAt(18, 6));
+    EXPECT_EQ(widen(16), picture.redAt(2, 18));
 }
 
 TEST(MOXTC1DecoderReference, GivesTheBytesOfTheSurfacesBlocks)
@@ -195,6 +204,17 @@ TEST(MOXTC1DecoderReference, BlocksPastShortDataCountAsZeroAndTheirPixelsAreNoth
         for (uint32_t x = 4; x < 8; ++x)
             EXPECT_EQ(k_aNothing, picture.at(x, y)) << x << ", " << y;
     }
+}
+
+TEST(MOXTC1DecoderReference, PixelsOfBlocksThatTheOrderPutsPastShortDataAreNothing)
+{
+    // 3 by 3 blocks and just nine in the data: (2, 1) would be the tenth, (2, 2) the thirteenth.
+    const CPicture picture = decodePlainly(k_MOXTC1At4bpp, makeRedBlocks(9), 12, 12);
+    for (uint32_t y = 0; y < 12; ++y)
+        for (uint32_t x = 0; x < 12; ++x)
+            EXPECT_EQ(x >= 8 && y >= 4, picture.at(x, y) == k_aNothing) << x << ", " << y;
+    EXPECT_EQ(widen(8), picture.redAt(10, 2));
+    EXPECT_EQ(widen(6), picture.redAt(6, 10));
 }
 
 TEST(MOXTC1DecoderReference, OfNoDataIsNothingEverywhere)

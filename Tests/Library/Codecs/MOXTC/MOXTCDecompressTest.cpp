@@ -263,7 +263,7 @@ TEST(MOXTCDecompress, OfAnEmptySurfaceIsNothing)
     EXPECT_EQ(77, ui8Byte);
 }
 
-TEST(MOXTCDecompress, ReadsWholeBlocksOfTheRaisedSurfaceInTheFirstGeneration)
+TEST(MOXTCDecompress, ReadsASurfaceOfTheFirstGenerationInMultiplesOfTheSmallestOne)
 {
     EXPECT_EQ(32u, getMOXTCDataSize(16, 8, true, false));
     EXPECT_EQ(32u, getMOXTCDataSize(8, 8, true, false));
@@ -272,7 +272,9 @@ TEST(MOXTCDecompress, ReadsWholeBlocksOfTheRaisedSurfaceInTheFirstGeneration)
     EXPECT_EQ(32u, getMOXTCDataSize(4, 4, false, false));
     EXPECT_EQ(64u * 64 / 2, getMOXTCDataSize(64, 64, false, false));
     EXPECT_EQ(64u * 64 / 4, getMOXTCDataSize(64, 64, true, false));
-    EXPECT_EQ(32u, getMOXTCDataSize(23, 11, true, false));
+    EXPECT_EQ(32u * 16 / 4, getMOXTCDataSize(23, 11, true, false));
+    EXPECT_EQ(16u * 16 / 2, getMOXTCDataSize(12, 12, false, false));
+    EXPECT_EQ(uint64_t{1} << 62, getMOXTCDataSize(0xFFFFFFFF, 0xFFFFFFFF, true, false));
 }
 
 TEST(MOXTCDecompress, ReadsBlocksOfThePaddedSurfaceInTheSecondGeneration)
