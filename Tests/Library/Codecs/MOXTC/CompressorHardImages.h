@@ -138,23 +138,23 @@ template <typename Record>
     return records;
 }
 
-/// Calls body(ePixels, uiBlocksX, uiBlocksY, random) for every kind of pixels in grids of many shapes: one block, one row, one
-/// column, all that a vector's end falls on, and longer than a run.
-template <typename Body>
+/// Calls body(images, random) with makeHardImages of every kind of pixels, in grids of many shapes: one block, one row, one column,
+/// all that a vector's end falls on, and longer than a run.
+template <typename Record, typename Body>
 void forEachHardGrid(Body body)
 {
     CSeededRandom random(2026);
     for (const EPixels ePixels : k_AllPixels)
     {
-        SCOPED_TRACE(testing::Message() << "pixels of kind " << static_cast<int>(ePixels));
-        for (uint32_t uiBlocksX = 1; uiBlocksX <= 17; ++uiBlocksX)
+        const auto callBody = [&](uint32_t uiBlocksX, uint32_t uiBlocksY)
         {
-            SCOPED_TRACE(testing::Message() << uiBlocksX << " blocks across");
-            body(ePixels, uiBlocksX, 1 + random.below(3), random);
-        }
-        SCOPED_TRACE("a long row or a long column");
-        body(ePixels, 127 + random.below(5), 1, random);
-        body(ePixels, 1, 9, random);
+            SCOPED_TRACE(testing::Message() << "pixels of kind " << static_cast<int>(ePixels) << ", " << uiBlocksX << " by " << uiBlocksY);
+            body(makeHardImages<Record>(ePixels, uiBlocksX, uiBlocksY, random), random);
+        };
+        for (uint32_t uiBlocksX = 1; uiBlocksX <= 17; ++uiBlocksX)
+            callBody(uiBlocksX, 1 + random.below(3));
+        callBody(127 + random.below(5), 1);
+        callBody(1, 9);
     }
 }
 

@@ -46,31 +46,23 @@ void setAllCodes(BlockRecord4bpp& record, uint8_t ui8Code)
 
 TYPED_TEST(OptimiseColoursSimd, GivesThePlainColoursOfEveryGrid)
 {
-    forEachHardGrid(
-        [](EPixels ePixels, uint32_t uiBlocksX, uint32_t uiBlocksY, CSeededRandom& random)
-        {
-            const CompressorImages images = makeHardImages<TypeParam>(ePixels, uiBlocksX, uiBlocksY, random);
-            expectThePlainColours(images, makeRandomRecords<TypeParam>(images, random), images.getWholeRegion());
-        });
+    forEachHardGrid<TypeParam>([](const CompressorImages& images, CSeededRandom& random)
+                               { expectThePlainColours(images, makeRandomRecords<TypeParam>(images, random), images.getWholeRegion()); });
 }
 
 TYPED_TEST(OptimiseColoursSimd, LeavesWhatIsOutsideARegion)
 {
-    forEachHardGrid(
-        [](EPixels ePixels, uint32_t uiBlocksX, uint32_t uiBlocksY, CSeededRandom& random)
-        {
-            const CompressorImages images = makeHardImages<TypeParam>(ePixels, uiBlocksX, uiBlocksY, random);
-            expectThePlainColours(images, makeRandomRecords<TypeParam>(images, random), makeRandomRegion(images, random));
-        });
+    forEachHardGrid<TypeParam>(
+        [](const CompressorImages& images, CSeededRandom& random)
+        { expectThePlainColours(images, makeRandomRecords<TypeParam>(images, random), makeRandomRegion(images, random)); });
 }
 
 /// Blocks whose weights are all alike stand among others, so that one vector has both kinds.
 TYPED_TEST(OptimiseColoursSimd, GivesThePlainColoursWhereWeightsAreAlike)
 {
-    forEachHardGrid(
-        [](EPixels ePixels, uint32_t uiBlocksX, uint32_t uiBlocksY, CSeededRandom& random)
+    forEachHardGrid<TypeParam>(
+        [](const CompressorImages& images, CSeededRandom& random)
         {
-            const CompressorImages images = makeHardImages<TypeParam>(ePixels, uiBlocksX, uiBlocksY, random);
             std::vector<TypeParam> records = makeRandomRecords<TypeParam>(images, random);
             for (TypeParam& record : records)
                 if (random.below(2) == 0)

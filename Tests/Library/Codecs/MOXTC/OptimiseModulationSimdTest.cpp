@@ -63,22 +63,15 @@ uint32_t getMode(const BlockRecord4bpp& record)
 
 TYPED_TEST(OptimiseModulationSimd, GivesThePlainRecordsOfEveryGrid)
 {
-    forEachHardGrid(
-        [](EPixels ePixels, uint32_t uiBlocksX, uint32_t uiBlocksY, CSeededRandom& random)
-        {
-            const CompressorImages images = makeHardImages<TypeParam>(ePixels, uiBlocksX, uiBlocksY, random);
-            expectThePlainRecords(images, makeRandomRecords<TypeParam>(images, random), images.getWholeRegion());
-        });
+    forEachHardGrid<TypeParam>([](const CompressorImages& images, CSeededRandom& random)
+                               { expectThePlainRecords(images, makeRandomRecords<TypeParam>(images, random), images.getWholeRegion()); });
 }
 
 TYPED_TEST(OptimiseModulationSimd, LeavesWhatIsOutsideARegion)
 {
-    forEachHardGrid(
-        [](EPixels ePixels, uint32_t uiBlocksX, uint32_t uiBlocksY, CSeededRandom& random)
-        {
-            const CompressorImages images = makeHardImages<TypeParam>(ePixels, uiBlocksX, uiBlocksY, random);
-            expectThePlainRecords(images, makeRandomRecords<TypeParam>(images, random), makeRandomRegion(images, random));
-        });
+    forEachHardGrid<TypeParam>(
+        [](const CompressorImages& images, CSeededRandom& random)
+        { expectThePlainRecords(images, makeRandomRecords<TypeParam>(images, random), makeRandomRegion(images, random)); });
 }
 
 /// Factors bring the errors of the modes near each other. Where pixels are narrow, errors are so small that a difference of one shows.

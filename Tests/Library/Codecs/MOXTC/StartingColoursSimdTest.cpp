@@ -30,14 +30,12 @@ void expectThePlainColours(const CompressorImages& images)
 
 TEST(StartingColoursSimd, GivesThePlainColoursOfEveryGridAt2bpp)
 {
-    forEachHardGrid([](EPixels ePixels, uint32_t uiBlocksX, uint32_t uiBlocksY, CSeededRandom& random)
-                    { expectThePlainColours(makeHardImages<BlockRecord2bpp>(ePixels, uiBlocksX, uiBlocksY, random)); });
+    forEachHardGrid<BlockRecord2bpp>([](const CompressorImages& images, CSeededRandom&) { expectThePlainColours(images); });
 }
 
 TEST(StartingColoursSimd, GivesThePlainColoursOfEveryGridAt4bpp)
 {
-    forEachHardGrid([](EPixels ePixels, uint32_t uiBlocksX, uint32_t uiBlocksY, CSeededRandom& random)
-                    { expectThePlainColours(makeHardImages<BlockRecord4bpp>(ePixels, uiBlocksX, uiBlocksY, random)); });
+    forEachHardGrid<BlockRecord4bpp>([](const CompressorImages& images, CSeededRandom&) { expectThePlainColours(images); });
 }
 
 /// Every pair of places of the window of 64 in turn has the only far pixels.

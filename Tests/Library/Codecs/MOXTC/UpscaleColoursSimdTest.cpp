@@ -11,10 +11,9 @@ namespace
 template <typename Record>
 void expectThePlainPixels()
 {
-    forEachHardGrid(
-        [](EPixels ePixels, uint32_t uiBlocksX, uint32_t uiBlocksY, CSeededRandom& random)
+    forEachHardGrid<Record>(
+        [](const CompressorImages& images, CSeededRandom&)
         {
-            const CompressorImages images = makeHardImages<Record>(ePixels, uiBlocksX, uiBlocksY, random);
             CompressorImages expected = images;
             upscaleColoursReference(expected);
             forEachInstructionSet(
