@@ -137,8 +137,10 @@ void useLoaded(const CMOXTexture& texture)
     bringToRGBA8(texture);
     if (!isSmall(texture))
         return;
-    constexpr uint64_t ui64MostToEncode = 4096;
-    if (countPixels(texture) <= ui64MostToEncode)
+    // Each surface is enlarged to some blocks at least.
+    constexpr uint64_t ui64MostPixels = 1024, ui64MostSurfaces = 12;
+    const uint64_t ui64Surfaces = uint64_t{texture.getNumMIPLevels()} * texture.getNumArrayMembers() * texture.getNumFaces();
+    if (countPixels(texture) <= ui64MostPixels && ui64Surfaces <= ui64MostSurfaces)
         encodeAsMOXTC(texture);
     saveEverywhere(texture);
     saveForOthers(texture);
