@@ -325,12 +325,13 @@ TEST(MoxtcFormats, DecodeAnyBytesOfAnySize)
 
 TEST(MoxtcFormats, DecodeNothingPastTheSurfaceThatIsDecoded)
 {
-    // Two members: changing the second one's blocks changes no pixel of the first, whose Morton order leaves a grid of 3 by 3.
+    // Grids of 5 by 5 blocks, for which a texture has room for 36. The places of (4, 2), (4, 3) and (4, 4) in MOXTC1's order are 36,
+    // 37 and 48, so they lie in the second member's blocks, or past the texture.
     for (const Row& row : k_aRows)
     {
         SCOPED_TRACE(getFormatName(row.eFormat));
-        const uint32_t uiSide = row.b2bpp ? 24 : 12;
-        CMOXTexture texture = makeNoise(row.eFormat, {uiSide, 12, 1, 1, 2});
+        const uint32_t uiBlockWidth = row.b2bpp ? 8 : 4;
+        CMOXTexture texture = makeNoise(row.eFormat, {5 * uiBlockWidth, 20, 1, 1, 2});
         CMOXTexture changed = texture;
         uint8_t* pSecond = changed.getDataPtr(0, 1, 0);
         for (uint32_t i = 0; i < changed.getDataSize(0, false, false); ++i)
@@ -339,7 +340,47 @@ TEST(MoxtcFormats, DecodeNothingPastTheSurfaceThatIsDecoded)
         ASSERT_TRUE(toFormat(changed, k_RGBA8));
         EXPECT_EQ(surfaceOf(texture, 0, 0), surfaceOf(changed, 0, 0));
         EXPECT_NE(surfaceOf(texture, 0, 1), surfaceOf(changed, 0, 1));
+        if (row.bII)
+            continue;
+        for (const uint32_t uiMember : {0u, 1u})
+            for (size_t y = 8; y < 20; ++y)
+            {
+                const uint8_t* pRow = texture.getDataPtr(0, uiMember, 0) + (y * 5 + 4) * uiBlockWidth * 4;
+                EXPECT_EQ(Bytes(size_t{uiBlockWidth} * 4), Bytes(pRow, pRow + size_t{uiBlockWidth} * 4)) << uiMember << ' ' << y;
+            }
     }
+}
+
+TEST(MoxtcFormats, LeavePixelsPastTheLastWholeBlockZero)
+{
+    // 20 by 10 pixels: 2 by 2 whole blocks of 8 by 4, or 5 by 2 of 4 by 4.
+    for (const Row& row : k_aRows)
+    {
+        if (row.bII)
+            continue;
+        CMOXTexture texture = makeNoise(row.eFormat, {20, 10});
+        ASSERT_TRUE(toFormat(texture, k_RGBA8));
+        const size_t uiWhole = row.b2bpp ? 16 : 20;
+        for (size_t y = 0; y < 10; ++y)
+            for (size_t x = 0; x < 20; ++x)
+            {
+                const uint8_t* pPixel = texture.getDataPtr() + (y * 20 + x) * 4;
+                if (x >= uiWhole || y >= 8)
+                {
+                    EXPECT_EQ(Bytes(4), Bytes(pPixel, pPixel + 4)) << row.eFormat << ' ' << x << ' ' << y;
+                }
+            }
+    }
+}
+
+TEST(MoxtcFormats, AreReadByTheCodecAsFarAsATextureHoldsThem)
+{
+    for (const Row& row : k_aRows)
+        for (uint32_t uiHeight = 1; uiHeight <= 70; ++uiHeight)
+            for (uint32_t uiWidth = 1; uiWidth <= 70; ++uiWidth)
+                ASSERT_EQ(makeHeader(row.eFormat, {uiWidth, uiHeight}).getDataSize(),
+                          getMOXTCDataSize(uiWidth, uiHeight, row.b2bpp, row.bII))
+                    << row.eFormat << ' ' << uiWidth << ' ' << uiHeight;
 }
 
 TEST(MoxtcFormats, KeepTheChannelTypeOfTheirIntermediateAndTakeTheColourSpaceAskedFor)

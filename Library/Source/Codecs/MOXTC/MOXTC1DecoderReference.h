@@ -14,7 +14,7 @@ namespace moxtexture
 ///
 /// @param pSource  uiSourceSize bytes of 64-bit blocks; no alignment needed
 /// @param pTarget  uiHeight rows of uiWidth pixels, red, green, blue, alpha, without padding
-/// @return bytes of blocks that the surface is made of, modulo 2^32: width * height / 4 at 2bpp, / 2 at 4bpp
+/// @return bytes of blocks that the surface is made of: width * height, modulo 2^32, / 4 at 2bpp, / 2 at 4bpp
 ///
 /// Keeps no state; any thread may call it.
 uint32_t DecompressMOXTCReference(const uint8_t* pSource, size_t uiSourceSize, bool b2bpp, uint32_t uiWidth, uint32_t uiHeight,

@@ -52,7 +52,6 @@ private:
     BlockSource m_Source;
     PixelTarget m_Target;
     uint32_t m_uiBlockWidth;
-    size_t m_uiVisibleWidth; ///< pixels of a row that both the grid and the target have
     bool m_bAllPresent;
     CHardCellPainter m_HardCellPainter;
 
@@ -66,7 +65,6 @@ CStripDecoder::CStripDecoder(const BlockSource& source, const PixelTarget& targe
     : m_Source(source),
       m_Target(target),
       m_uiBlockWidth(getBlockWidth(source.b2bpp)),
-      m_uiVisibleWidth(std::min(size_t{target.uiWidth}, size_t{source.counts.uiX} * m_uiBlockWidth)),
       // No block stands behind the one of the last corner.
       m_bAllPresent(isPresent(getIndex(source.counts.uiX - 1, source.counts.uiY - 1)))
 {
@@ -75,7 +73,7 @@ CStripDecoder::CStripDecoder(const BlockSource& source, const PixelTarget& targe
 void CStripDecoder::decode()
 {
     const size_t uiHalf = m_uiBlockWidth / 2;
-    const size_t uiWhole = m_uiVisibleWidth < uiHalf ? 0 : (m_uiVisibleWidth - uiHalf) / m_uiBlockWidth;
+    const size_t uiWhole = m_Target.uiWidth < uiHalf ? 0 : (m_Target.uiWidth - uiHalf) / m_uiBlockWidth;
     const auto uiInside = static_cast<uint32_t>(std::min(uiWhole, size_t{m_Source.counts.uiX} - 1));
     uint32_t uiCell = 0;
     while (uiCell < uiInside)
@@ -138,9 +136,9 @@ void CStripDecoder::copyVisible(const CellRow& cells, uint32_t uiFirstCell, uint
         for (size_t i = 0; i < 2 * cells.uiCellCount; ++i)
         {
             const size_t x = ((size_t{uiFirstCell} * 2 + 1 + i) % (size_t{m_Source.counts.uiX} * 2)) * uiHalf;
-            if (x < m_uiVisibleWidth)
+            if (x < m_Target.uiWidth)
                 std::memcpy(getPixel(x, y), cells.apPixels[j] + i * uiHalf * k_uiPixelBytes,
-                            std::min(uiHalf, m_uiVisibleWidth - x) * k_uiPixelBytes);
+                            std::min(uiHalf, m_Target.uiWidth - x) * k_uiPixelBytes);
         }
     }
 }
@@ -179,9 +177,9 @@ void CStripDecoder::clearAbsentBlocks() const
         for (uint32_t uiColumn = 0; uiColumn < m_Source.counts.uiX; ++uiColumn)
         {
             const size_t uiLeft = size_t{uiColumn} * m_uiBlockWidth;
-            if (isPresent(getIndex(uiColumn, uiRow)) || uiLeft >= m_uiVisibleWidth)
+            if (isPresent(getIndex(uiColumn, uiRow)) || uiLeft >= m_Target.uiWidth)
                 continue;
-            const size_t uiWidth = std::min(size_t{m_uiBlockWidth}, m_uiVisibleWidth - uiLeft);
+            const size_t uiWidth = std::min(size_t{m_uiBlockWidth}, m_Target.uiWidth - uiLeft);
             for (size_t y = uiTop; y < uiBottom; ++y)
                 std::memset(getPixel(uiLeft, y), 0, uiWidth * k_uiPixelBytes);
         }

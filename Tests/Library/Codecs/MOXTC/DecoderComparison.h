@@ -86,16 +86,16 @@ inline std::vector<uint8_t> makeRandomData(const Surface& surface)
 /// Words of few kinds, so that neighbours have the farthest colours, the highest weights and all flags in every combination.
 inline std::vector<uint8_t> makeExtremeData(const Surface& surface, uint64_t ui64Seed)
 {
-    constexpr uint32_t kaui32Modulations[] = {0, 0xFFFFFFFF, 0xAAAAAAAA, 0x55555555, 0x000FFFFF, 0xFFF00001};
-    constexpr uint32_t kaui32Colours[] = {0, 0xFFFFFFFF, 0x7FFF7FFE, 0x0000FFFF, 0xFFFF0000, 0x80008000, 0x70007000, 0x8000FFFE};
-    constexpr uint32_t kui32FlagBits = 0x80008001;
+    constexpr uint32_t k_aui32Modulations[] = {0, 0xFFFFFFFF, 0xAAAAAAAA, 0x55555555, 0x000FFFFF, 0xFFF00001};
+    constexpr uint32_t k_aui32Colours[] = {0, 0xFFFFFFFF, 0x7FFF7FFE, 0x0000FFFF, 0xFFFF0000, 0x80008000, 0x70007000, 0x8000FFFE};
+    constexpr uint32_t k_ui32FlagBits = 0x80008001;
     testsupport::CSeededRandom random(ui64Seed);
     std::vector<uint8_t> data(getDataSize(surface));
     for (size_t i = 0; i + moxtexture::k_uiBlockBytes <= data.size(); i += moxtexture::k_uiBlockBytes)
     {
-        const uint32_t ui32Flags = random.next32() & kui32FlagBits;
-        moxtexture::storeBlock(data.data() + i, {kaui32Modulations[random.below(std::size(kaui32Modulations))],
-                                                 kaui32Colours[random.below(std::size(kaui32Colours))] ^ ui32Flags});
+        const uint32_t ui32Flags = random.next32() & k_ui32FlagBits;
+        moxtexture::storeBlock(data.data() + i, {k_aui32Modulations[random.below(std::size(k_aui32Modulations))],
+                                                 k_aui32Colours[random.below(std::size(k_aui32Colours))] ^ ui32Flags});
     }
     return data;
 }

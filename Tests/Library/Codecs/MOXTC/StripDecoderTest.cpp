@@ -91,11 +91,11 @@ TEST_P(StripDecoder, GivesThePlainPixelsOfExtremeBlocks)
 TEST_P(StripDecoder, GivesThePlainPixelsOfEveryMode)
 {
     const Surface surface = {GetParam(), 40, 24};
-    constexpr uint32_t kui32Flags = moxtexture::k_ui32OneAxisFlag | moxtexture::k_ui32VerticalFlag;
+    constexpr uint32_t k_ui32Flags = moxtexture::k_ui32OneAxisFlag | moxtexture::k_ui32VerticalFlag;
     expectThePlainPixels(surface, makeDataOfOneMode(surface, false, 0, 0));
     expectThePlainPixels(surface, makeDataOfOneMode(surface, true, moxtexture::k_ui32OneAxisFlag, 0));
-    expectThePlainPixels(surface, makeDataOfOneMode(surface, true, kui32Flags, moxtexture::k_ui32OneAxisFlag));
-    expectThePlainPixels(surface, makeDataOfOneMode(surface, true, kui32Flags, kui32Flags));
+    expectThePlainPixels(surface, makeDataOfOneMode(surface, true, k_ui32Flags, moxtexture::k_ui32OneAxisFlag));
+    expectThePlainPixels(surface, makeDataOfOneMode(surface, true, k_ui32Flags, k_ui32Flags));
 }
 
 TEST_P(StripDecoder, GivesThePlainPixelsWhereBlocksAreMissing)

@@ -103,7 +103,7 @@ TEST(BlendCells, AlphasHaveFourBits)
 
 TEST(BlendCells, WeightsAreEighthsCutOff)
 {
-    constexpr uint32_t kauiUp[] = {0, 31, 63, 95, 127, 159, 191, 223, 255};
+    constexpr uint32_t k_auiUp[] = {0, 31, 63, 95, 127, 159, 191, 223, 255};
     for (const bool b2bpp : {false, true})
     {
         for (const bool bFromWhite : {false, true})
@@ -116,7 +116,7 @@ TEST(BlendCells, WeightsAreEighthsCutOff)
             {
                 picture.weightAt(1, 2) = w;
                 forEveryForm(picture, b2bpp, false,
-                             [&] { EXPECT_EQ(bFromWhite ? kauiUp[8 - w] : kauiUp[w], picture.channelAt(1, 2, k_uiRed)) << uint32_t{w}; });
+                             [&] { EXPECT_EQ(bFromWhite ? k_auiUp[8 - w] : k_auiUp[w], picture.channelAt(1, 2, k_uiRed)) << uint32_t{w}; });
             }
         }
     }

@@ -124,12 +124,12 @@ TEST(CellWeights, TheFastFormGivesTheSameForRowsOfEveryLength)
 {
     testsupport::CSeededRandom random(1);
     const auto pStrips = std::make_unique<Strips>();
-    constexpr uint8_t kaui8Weights[] = {0, 3, 5, 8};
+    constexpr uint8_t k_aui8Weights[] = {0, 3, 5, 8};
     for (BlockStrip* pStrip : {&pStrips->upper, &pStrips->lower})
     {
         for (auto& aui8Row : pStrip->aaui8Weights)
             for (uint8_t& ui8 : aui8Row)
-                ui8 = kaui8Weights[random.below(4)];
+                ui8 = k_aui8Weights[random.below(4)];
         for (uint8_t& ui8 : pStrip->aui8Modes)
             ui8 = static_cast<uint8_t>(random.below(4));
     }

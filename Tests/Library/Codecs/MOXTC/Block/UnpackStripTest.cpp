@@ -87,10 +87,10 @@ TEST(UnpackStrip, MOXTCIIHasExpandedColoursAndHardFlags)
 
 TEST(UnpackStrip, CodesOf4bppGoThroughTheTableOfTheirMode)
 {
-    constexpr uint32_t kui32Codes = 0x00E41BE4; // 0 1 2 3, 3 2 1 0, 0 1 2 3, 0 0 0 0
+    constexpr uint32_t k_ui32Codes = 0x00E41BE4; // 0 1 2 3, 3 2 1 0, 0 1 2 3, 0 0 0 0
     for (const bool bII : {false, true})
     {
-        forEveryForm({kui32Codes, 0}, false, bII,
+        forEveryForm({k_ui32Codes, 0}, false, bII,
                      [](const BlockStrip& strip)
                      {
                          EXPECT_THAT(getWeights(strip, 0, 4), ElementsAre(0, 3, 5, 8));
@@ -98,7 +98,7 @@ TEST(UnpackStrip, CodesOf4bppGoThroughTheTableOfTheirMode)
                          EXPECT_THAT(getWeights(strip, 2, 4), ElementsAre(0, 3, 5, 8));
                          EXPECT_THAT(getWeights(strip, 3, 4), ElementsAre(0, 0, 0, 0));
                      });
-        forEveryForm({kui32Codes, k_ui32ModeFlag}, false, bII,
+        forEveryForm({k_ui32Codes, k_ui32ModeFlag}, false, bII,
                      [](const BlockStrip& strip)
                      {
                          EXPECT_THAT(getWeights(strip, 0, 4), ElementsAre(0, 4, k_uiPunched, 8));
@@ -140,7 +140,7 @@ TEST(UnpackStrip, BlocksOf2bppWithTheFlagHaveEveryOtherPixel)
 {
     // Rows 2 1 2 3, 3 2 1 0, 1 1 2 2, 0 3 2 1, the lowest code to the left; flags stand in the low bits of the first code and of the third
     // of row 2.
-    constexpr uint32_t kui32Codes = 0b01'10'11'00'10'10'01'01'00'01'10'11'11'10'01'10;
+    constexpr uint32_t k_ui32Codes = 0b01'10'11'00'10'10'01'01'00'01'10'11'11'10'01'10;
     struct
     {
         uint32_t ui32Flags;
@@ -154,7 +154,7 @@ TEST(UnpackStrip, BlocksOf2bppWithTheFlagHaveEveryOtherPixel)
     };
     for (const auto& c : aCases)
         for (const bool bII : {false, true})
-            forEveryForm({kui32Codes | c.ui32Flags, k_ui32ModeFlag}, true, bII,
+            forEveryForm({k_ui32Codes | c.ui32Flags, k_ui32ModeFlag}, true, bII,
                          [&](const BlockStrip& strip)
                          {
                              SCOPED_TRACE(c.ui32Flags);
