@@ -61,16 +61,12 @@ void compressFast(const Picture& picture, bool b2bpp, bool bII, uint32_t uiPasse
         compressFast<MOXTC4bppCompressor>(picture, uiPasses, writeMorton);
 }
 
-/// @return whether there is an engine for the quality
-bool compressPicture(const Picture& picture, bool b2bpp, bool bII, uint32_t uiQuality, uint8_t* pTarget)
+void compressPicture(const Picture& picture, bool b2bpp, bool bII, uint32_t uiQuality, uint8_t* pTarget)
 {
-    if (uiQuality > k_uiQualityFast)
-        return false;
     if (uiQuality == k_uiQualityFastest && bII && !b2bpp)
         codeMOXTCIIBlocks(picture.pui8Pixels, picture.uiWidth, picture.uiHeight, pTarget);
     else
         compressFast(picture, b2bpp, bII, uiQuality == k_uiQualityFast ? k_uiPassesOfFast : 0, pTarget);
-    return true;
 }
 
 } // namespace
@@ -94,6 +90,8 @@ uint32_t MOXTCCompress(const uint8_t* pSource, uint8_t* pTarget, uint32_t uiWidt
     const auto uiSize = static_cast<uint32_t>(ui64Size);
     if (pSource == nullptr || pTarget == nullptr)
         return uiSize;
+    if (uiQuality > k_uiQualityFast)
+        return 0; // no engine
 
     Picture picture{pSource, uiWidth, uiHeight};
     std::vector<uint8_t> padded;
@@ -104,7 +102,8 @@ uint32_t MOXTCCompress(const uint8_t* pSource, uint8_t* pTarget, uint32_t uiWidt
         padded = padImage(pSource, uiWidth, uiHeight, picture.uiWidth, picture.uiHeight);
         picture.pui8Pixels = padded.data();
     }
-    return compressPicture(picture, b2bpp, bII, uiQuality, pTarget) ? uiSize : 0;
+    compressPicture(picture, b2bpp, bII, uiQuality, pTarget);
+    return uiSize;
 }
 
 } // namespace moxtexture

@@ -131,6 +131,27 @@ TEST(MOXTCIIBlockCoder, GivesTwoColoursTheCodes0And3InTheOrderTheyAreMet)
     expectBlock(0xF0F0F0F0, k_uiOpaqueFlag | k_uiHardFlag | 0x7FFE, pixels);
 }
 
+// Blocks whose axis settles slowly, by an independent program of the same steps.
+
+TEST(MOXTCIIBlockCoder, SeeksTheAxisForNoMoreThanAHundredRounds)
+{
+    // 99 and 101 rounds both give others.
+    expectBlock(0x56EE290E, 0xDDFEB260,
+                {0xFF9E65DF, 0xFFFFCEBB, 0xFF3E5E29, 0xFF0DE673, 0xFF618C6E, 0xFFD5431C, 0xFFA6B7F6, 0xFF076EA2, 0xFFAF594E, 0xFFBE50EB,
+                 0xFF99A368, 0xFFECB9B8, 0xFFAE2458, 0xFF3837FD, 0xFF54E5D7, 0xFF50F477});
+}
+
+TEST(MOXTCIIBlockCoder, StopsSeekingTheAxisAtAChangeOfAHundredThousandth)
+{
+    // A limit of 2e-5 gives others than the first, one of 5e-6 others than the second.
+    expectBlock(0x41754339, 0x9BC2C91E,
+                {0xFF9D782C, 0xFF88DD19, 0xFF64F704, 0xFFFB499D, 0xFF06F65E, 0xFFFE6291, 0xFFE2468C, 0xFF7E316B, 0xFFD5E9A7, 0xFF2129BF,
+                 0xFF1FDF5C, 0xFFBD754E, 0xFF5C6AA2, 0xFFFF81B6, 0xFFFC4358, 0xFFA9AB6A});
+    expectBlock(0x17356ED6, 0xAB88DC18,
+                {0xFFA0B6CC, 0xFF2C4AB2, 0xFF4C033A, 0xFF459F1B, 0xFFD1B83F, 0xFF3DEE6B, 0xFF67B343, 0xFFD3679C, 0xFFEDBEF7, 0xFF8A1240,
+                 0xFF51C854, 0xFFE31FD3, 0xFF70FE80, 0xFF3E5CCF, 0xFF2042EA, 0xFFFB246D});
+}
+
 TEST(MOXTCIIBlockCoder, GivesTwoColoursWithAlpha0TheCodes0And2And3)
 {
     // Black is met with alpha 0, so B has it, and A (a 7, r 15, g 15, b 7: 0x7FFE) is translucent with it. Opaque black equals B.
