@@ -130,7 +130,7 @@ struct ColumnSums
     alignas(64) int32_t aiWeights[k_uiGroupWidth];
 };
 
-HWY_INLINE void sumUpGroup(const PixelGroup& group, const GroupBytes& weights, ColumnSums& sums)
+HWY_NOINLINE void sumUpGroup(const PixelGroup& group, const GroupBytes& weights, ColumnSums& sums)
 {
     const VH ones = hn::BitCast(dh, hn::Set(di, 1));
     const VH upperOnes = hn::BitCast(dh, hn::Set(di, 1 << 16));
@@ -280,7 +280,7 @@ HWY_INLINE void storeColours(VF channels, MF stays, VI old, uint32_t* HWY_RESTRI
 
 /// @tparam uiPixels  of a block
 template <size_t uiPixels>
-HWY_INLINE void moveColours(Run& run, size_t uiBlocks)
+HWY_NOINLINE void moveColours(Run& run, size_t uiBlocks)
 {
     constexpr float fEighthShare = 1.0f / (8 * uiPixels);
     constexpr float fSquareShare = 1.0f / (64 * uiPixels);

@@ -148,7 +148,7 @@ HWY_INLINE void copyCodesOfBlock(const GroupBytes& codes, size_t uiBlock, std::a
         std::memcpy(&aui8Codes[y * uiWidth], codes.aui8[y] + uiBlock * uiWidth, uiWidth);
 }
 
-HWY_INLINE void optimiseGroup(const PixelGroup& group, BlockRecord4bpp* HWY_RESTRICT pRecords)
+HWY_NOINLINE void optimiseGroup(const PixelGroup& group, BlockRecord4bpp* HWY_RESTRICT pRecords)
 {
     GroupBytes standardCodes;
     GroupBytes punchThroughCodes;
@@ -279,11 +279,16 @@ HWY_INLINE void writeCodes(const PairCodes& codes, BlockRecord2bpp& record)
     }
 }
 
-HWY_INLINE void optimiseGroup(const PixelGroup& group, BlockRecord2bpp* HWY_RESTRICT pRecords)
+/// Errors of the modes, and what the stored pixels have of them by column.
+struct PairErrors
 {
-    PairCodes codes;
-    ModeErrors<4> errors;
-    alignas(64) int32_t aiStoredErrors[k_uiGroupWidth];
+    ModeErrors<4> modes;
+    alignas(64) int32_t aiStored[k_uiGroupWidth];
+};
+
+/// Chooses the codes of all pixels for the direct mode, and of the stored ones for the others.
+HWY_NOINLINE void chooseCodes(const PixelGroup& group, PairCodes& codes, PairErrors& errors)
+{
     for (size_t x = 0; x < k_uiGroupWidth; x += hn::Lanes(di))
     {
         VI direct = hn::Zero(di);
@@ -300,14 +305,17 @@ HWY_INLINE void optimiseGroup(const PixelGroup& group, BlockRecord2bpp* HWY_REST
             direct = hn::Add(direct, hn::Add(storedDirect.error, betweenDirect.error));
             stored = hn::Add(stored, storedChoice.error);
         }
-        errors.store(k_ui8ModeDirect, x, direct);
-        hn::Store(stored, di, aiStoredErrors + x);
+        errors.modes.store(k_ui8ModeDirect, x, direct);
+        hn::Store(stored, di, errors.aiStored + x);
     }
+}
 
-    interpolateWeights(codes);
+/// Finds the errors of the modes that weigh the pixels between stored ones.
+HWY_NOINLINE void findErrorsBetween(const PixelGroup& group, const PairCodes& codes, PairErrors& errors)
+{
     for (size_t x = 0; x < k_uiGroupWidth; x += hn::Lanes(di))
     {
-        VI bothAxes = hn::Load(di, aiStoredErrors + x);
+        VI bothAxes = hn::Load(di, errors.aiStored + x);
         VI vertical = bothAxes;
         VI horizontal = bothAxes;
         for (size_t p = 0; p < k_uiRowPairs; ++p)
@@ -317,18 +325,27 @@ HWY_INLINE void optimiseGroup(const PixelGroup& group, BlockRecord2bpp* HWY_REST
             vertical = hn::Add(vertical, getErrorBeyond(blend, loadBytes(codes.aaui8Vertical[p] + x)));
             horizontal = hn::Add(horizontal, getErrorBeyond(blend, loadBytes(codes.aaui8Horizontal[p] + x)));
         }
-        errors.store(k_ui8ModeBothAxes, x, bothAxes);
+        errors.modes.store(k_ui8ModeBothAxes, x, bothAxes);
         // On purpose: the axes of these two are exchanged.
-        errors.store(k_ui8ModeHorizontal, x, vertical);
-        errors.store(k_ui8ModeVertical, x, horizontal);
+        errors.modes.store(k_ui8ModeHorizontal, x, vertical);
+        errors.modes.store(k_ui8ModeVertical, x, horizontal);
     }
+}
+
+HWY_NOINLINE void optimiseGroup(const PixelGroup& group, BlockRecord2bpp* HWY_RESTRICT pRecords)
+{
+    PairCodes codes;
+    PairErrors errors;
+    chooseCodes(group, codes, errors);
+    interpolateWeights(codes);
+    findErrorsBetween(group, codes, errors);
 
     writeCodes<0>(codes, pRecords[0]);
-    pRecords[0].ui8Mode = errors.findBestMode(pRecords[0], 0);
+    pRecords[0].ui8Mode = errors.modes.findBestMode(pRecords[0], 0);
     if (group.uiBlocks > 1)
     {
         writeCodes<1>(codes, pRecords[1]);
-        pRecords[1].ui8Mode = errors.findBestMode(pRecords[1], 1);
+        pRecords[1].ui8Mode = errors.modes.findBestMode(pRecords[1], 1);
     }
 }
 

@@ -159,7 +159,7 @@ HWY_INLINE int32_t getLeastDistance(int32_t iSquaredPair, int32_t iSquaredRadius
 /// Picks the pixels that may belong to the farthest pair, or the first one if all are alike. Has no branches, so that a processor may
 /// begin with the next window.
 template <size_t uiMost>
-HWY_INLINE void pickCandidates(const PixelList<uiMost>& pixels, PixelList<uiMost>& candidates)
+HWY_NOINLINE void pickCandidates(const PixelList<uiMost>& pixels, PixelList<uiMost>& candidates)
 {
     const ChannelPairs first = pixels.repeat(findFarPixel(pixels, pixels.repeat(0)).uiNumber);
     const FarPixel second = findFarPixel(pixels, first);
@@ -191,7 +191,7 @@ HWY_INLINE void pickCandidates(const PixelList<uiMost>& pixels, PixelList<uiMost
 /// Of every row of the table of distances all columns may be looked at, from the vector with the diagonal on: a column before the
 /// diagonal has its twin in an earlier row, which then is the first. What fills up the last vector stands for column 0.
 template <size_t uiMost>
-HWY_INLINE void findFarthestPair(const PixelList<uiMost>& pixels, uint32_t& uiFirst, uint32_t& uiSecond)
+HWY_NOINLINE void findFarthestPair(const PixelList<uiMost>& pixels, uint32_t& uiFirst, uint32_t& uiSecond)
 {
     const size_t uiLanes = hn::Lanes(di);
     VI greatest = hn::Zero(di);
