@@ -58,8 +58,8 @@ constexpr auto makeNeighbourTable(F f)
             table[p][i] = f(k_aaui8NeighbourCounts[p][i % 8]);
     return table;
 }
-alignas(64) constexpr auto k_Shares = makeNeighbourTable(getShare);
-alignas(64) constexpr auto k_HalfCounts = makeNeighbourTable([](uint8_t ui8Count) { return static_cast<uint8_t>(ui8Count / 2); });
+alignas(64) constexpr auto k_aShares = makeNeighbourTable(getShare);
+alignas(64) constexpr auto k_aHalfCounts = makeNeighbourTable([](uint8_t ui8Count) { return static_cast<uint8_t>(ui8Count / 2); });
 
 HWY_INLINE hn::Mask<decltype(d8)> loadColumnMask(const uint8_t (&aui8Columns)[16])
 {
@@ -88,7 +88,7 @@ HWY_INLINE V8 divideByNeighbourCount(V8 n, size_t uiPair)
     const V8 zero = hn::Zero(d8);
     const auto lower = hn::BitCast(d16, hn::InterleaveLower(d8, n, zero));
     const auto upper = hn::BitCast(d16, hn::InterleaveUpper(d8, n, zero));
-    const uint16_t* pShares = k_Shares[uiPair].data();
+    const uint16_t* pShares = k_aShares[uiPair].data();
     const auto lowerPart = hn::ShiftRight<k_iShareBits>(hn::Mul(lower, hn::Load(d16, pShares)));
     const auto upperPart = hn::ShiftRight<k_iShareBits>(hn::Mul(upper, hn::Load(d16, pShares + 8)));
     // The upper byte of each is 0.
@@ -113,7 +113,7 @@ HWY_INLINE BetweenWeights interpolateWeights(V8 stored, V8 other, size_t uiPair)
 
     BetweenWeights weights;
     const V8 sum = hn::Add(hn::Add(left, right), hn::Add(stored, fourth));
-    weights.bothAxes = divideByNeighbourCount(hn::Add(sum, hn::Load(d8, k_HalfCounts[uiPair].data())), uiPair);
+    weights.bothAxes = divideByNeighbourCount(hn::Add(sum, hn::Load(d8, k_aHalfCounts[uiPair].data())), uiPair);
     // AverageRound(a, b) is (a + b + 1) / 2: so (stored + other + 2) / 2, and for one neighbour (2 stored + 4) / 2.
     weights.vertical = hn::AverageRound(hn::Add(stored, one),
                                         uiPair == 0 ? hn::IfThenElse(isEven, other, onlyOne) : hn::IfThenElse(isEven, onlyOne, other));

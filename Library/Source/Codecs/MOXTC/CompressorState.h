@@ -8,11 +8,11 @@ namespace moxtexture
 {
 
 /// What the fast compressors of both generations have in common: the pictures, and how many passes there shall be.
-class CompressorState
+class CCompressorState
 {
 public:
-    CompressorState(const CompressorState&) = delete;
-    CompressorState& operator=(const CompressorState&) = delete;
+    CCompressorState(const CCompressorState&) = delete;
+    CCompressorState& operator=(const CCompressorState&) = delete;
 
     [[nodiscard]] const CompressorImages& getImages() const { return m_Images; }
     [[nodiscard]] uint32_t getBlocksX() const { return m_Images.uiBlocksX; }
@@ -28,11 +28,11 @@ public:
 
 protected:
     /// The parameters are those of makeCompressorImages.
-    CompressorState(const uint8_t* pSource, uint32_t uiWidth, uint32_t uiHeight, uint8_t ui8BlockWidth)
+    CCompressorState(const uint8_t* pSource, uint32_t uiWidth, uint32_t uiHeight, uint8_t ui8BlockWidth)
         : m_Images(makeCompressorImages(pSource, uiWidth, uiHeight, ui8BlockWidth))
     {
     }
-    ~CompressorState() = default;
+    ~CCompressorState() = default;
 
     CompressorImages m_Images;
     uint32_t m_uiIterations = 0;

@@ -32,7 +32,7 @@ namespace moxtexture
 /// @tparam Base    MOXTCCompressor or MOXTCIICompressor
 /// @tparam Record  what is kept of a block: BlockRecord2bpp or BlockRecord4bpp
 template <typename Base, typename Record>
-class CompressorSteps : public Base
+class CCompressorSteps : public Base
 {
 public:
     void Compress() override
@@ -56,7 +56,7 @@ public:
     [[nodiscard]] const std::vector<Record>& getBlockData() const { return m_BlockData; }
 
 protected:
-    CompressorSteps(const uint8_t* pSource, uint32_t uiWidth, uint32_t uiHeight)
+    CCompressorSteps(const uint8_t* pSource, uint32_t uiWidth, uint32_t uiHeight)
         : Base(pSource, uiWidth, uiHeight, Record::k_uiBlockWidth), m_BlockData(this->m_Images.getBlockCount())
     {
     }

@@ -8,7 +8,7 @@ namespace moxtexture
 {
 
 /// The fast compressor of MOXTC1 at 2 bits a pixel: blocks of 8 by 4 pixels.
-class MOXTC2bppCompressor : public CompressorSteps<MOXTCCompressor, BlockRecord2bpp>
+class MOXTC2bppCompressor : public CCompressorSteps<MOXTCCompressor, BlockRecord2bpp>
 {
 public:
     /// Copies the picture: uiHeight rows of uiWidth pixels, four bytes each, red first, without padding.

@@ -4,7 +4,7 @@ namespace moxtexture
 {
 
 MOXTC4bppCompressor::MOXTC4bppCompressor(const uint8_t* pSource, uint32_t uiWidth, uint32_t uiHeight)
-    : CompressorSteps(pSource, uiWidth, uiHeight)
+    : CCompressorSteps(pSource, uiWidth, uiHeight)
 {
 }
 

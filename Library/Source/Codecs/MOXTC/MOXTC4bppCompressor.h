@@ -8,7 +8,7 @@ namespace moxtexture
 {
 
 /// The fast compressor of MOXTC1 at 4 bits a pixel: blocks of 4 by 4 pixels.
-class MOXTC4bppCompressor : public CompressorSteps<MOXTCCompressor, BlockRecord4bpp>
+class MOXTC4bppCompressor : public CCompressorSteps<MOXTCCompressor, BlockRecord4bpp>
 {
 public:
     /// Copies the picture: uiHeight rows of uiWidth pixels, four bytes each, red first, without padding.

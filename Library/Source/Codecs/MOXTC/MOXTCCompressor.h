@@ -11,7 +11,7 @@ namespace moxtexture
 /// steps tile by tile, Compress does all of them at once), then WriteOutput.
 ///
 /// Regions are blocks uiX0 to uiX1 - 1 of rows uiY0 to uiY1 - 1; threads may take a step through regions that do not overlap.
-class MOXTCCompressor : public CompressorState
+class MOXTCCompressor : public CCompressorState
 {
 public:
     virtual ~MOXTCCompressor() = default;
@@ -31,7 +31,7 @@ public:
     virtual void OptimiseColours(uint32_t uiX0, uint32_t uiX1, uint32_t uiY0, uint32_t uiY1) = 0;
 
 protected:
-    using CompressorState::CompressorState;
+    using CCompressorState::CCompressorState;
 };
 
 } // namespace moxtexture

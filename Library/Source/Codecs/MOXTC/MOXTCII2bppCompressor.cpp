@@ -6,7 +6,7 @@ namespace moxtexture
 {
 
 MOXTCII2bppCompressor::MOXTCII2bppCompressor(const uint8_t* pSource, uint32_t uiWidth, uint32_t uiHeight)
-    : CompressorSteps(pSource, uiWidth, uiHeight)
+    : CCompressorSteps(pSource, uiWidth, uiHeight)
 {
 }
 

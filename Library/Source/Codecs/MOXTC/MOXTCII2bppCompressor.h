@@ -8,7 +8,7 @@ namespace moxtexture
 {
 
 /// The fast compressor of MOXTCII at 2 bits a pixel: blocks of 8 by 4 pixels.
-class MOXTCII2bppCompressor : public CompressorSteps<MOXTCIICompressor, BlockRecord2bpp>
+class MOXTCII2bppCompressor : public CCompressorSteps<MOXTCIICompressor, BlockRecord2bpp>
 {
 public:
     /// Copies the picture: uiHeight rows of uiWidth pixels, four bytes each, red first, without padding.

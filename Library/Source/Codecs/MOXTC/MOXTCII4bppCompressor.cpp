@@ -6,7 +6,7 @@ namespace moxtexture
 {
 
 MOXTCII4bppCompressor::MOXTCII4bppCompressor(const uint8_t* pSource, uint32_t uiWidth, uint32_t uiHeight)
-    : CompressorSteps(pSource, uiWidth, uiHeight)
+    : CCompressorSteps(pSource, uiWidth, uiHeight)
 {
 }
 

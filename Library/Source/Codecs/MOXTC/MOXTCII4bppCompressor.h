@@ -8,7 +8,7 @@ namespace moxtexture
 {
 
 /// The fast compressor of MOXTCII at 4 bits a pixel: blocks of 4 by 4 pixels.
-class MOXTCII4bppCompressor : public CompressorSteps<MOXTCIICompressor, BlockRecord4bpp>
+class MOXTCII4bppCompressor : public CCompressorSteps<MOXTCIICompressor, BlockRecord4bpp>
 {
 public:
     /// Copies the picture: uiHeight rows of uiWidth pixels, four bytes each, red first, without padding.

@@ -12,7 +12,7 @@ namespace moxtexture
 /// steps tile by tile, Compress does all of them at once), then WriteOutput.
 ///
 /// Regions are blocks uiX0 to uiX1 - 1 of rows uiY0 to uiY1 - 1; threads may take a step through regions that do not overlap.
-class MOXTCIICompressor : public CompressorState
+class MOXTCIICompressor : public CCompressorState
 {
 public:
     virtual ~MOXTCIICompressor() = default;
@@ -36,7 +36,7 @@ public:
 
 protected:
     MOXTCIICompressor(const uint8_t* pSource, uint32_t uiWidth, uint32_t uiHeight, uint8_t ui8BlockWidth)
-        : CompressorState(pSource, uiWidth, uiHeight, ui8BlockWidth), m_HardFlags(m_Images.getBlockCount())
+        : CCompressorState(pSource, uiWidth, uiHeight, ui8BlockWidth), m_HardFlags(m_Images.getBlockCount())
     {
     }
 

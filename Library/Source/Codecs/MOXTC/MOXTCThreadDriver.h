@@ -32,7 +32,7 @@ class CMOXTCThreadDriver
 public:
     /// The compressor, MOXTCCompressor or MOXTCIICompressor, must outlive the driver.
     explicit CMOXTCThreadDriver(TCompressor& compressor)
-        : m_compressor(compressor), m_uiThreadCount(getMOXTCThreadCount(compressor.getBlocksX(), compressor.getBlocksY()))
+        : m_Compressor(compressor), m_uiThreadCount(getMOXTCThreadCount(compressor.getBlocksX(), compressor.getBlocksY()))
     {
     }
 
@@ -41,13 +41,13 @@ public:
     /// All passes (runRefinementPasses), what is done by tiles on one thread a tile; returns when all have ended.
     void run()
     {
-        const std::vector<BlockRegion> tiles = getMOXTCTiles(m_uiThreadCount, m_compressor.getBlocksX(), m_compressor.getBlocksY());
-        runRefinementPasses(m_compressor, [&](const auto& step)
+        const std::vector<BlockRegion> tiles = getMOXTCTiles(m_uiThreadCount, m_Compressor.getBlocksX(), m_Compressor.getBlocksY());
+        runRefinementPasses(m_Compressor, [&](const auto& step)
                             { runTasks(tiles.size(), m_uiThreadCount, [&](size_t uiTile) { step(tiles[uiTile]); }); });
     }
 
 private:
-    TCompressor& m_compressor;
+    TCompressor& m_Compressor;
     uint32_t m_uiThreadCount;
 };
 

@@ -15,11 +15,11 @@ namespace compressortest
 
 /// The fast compressors as they are with the plain form of every step, for the thread driver and for both generations.
 template <typename Record>
-class CReferenceCompressor final : public moxtexture::CompressorState
+class CReferenceCompressor final : public moxtexture::CCompressorState
 {
 public:
     CReferenceCompressor(const uint8_t* pSource, uint32_t uiWidth, uint32_t uiHeight)
-        : CompressorState(pSource, uiWidth, uiHeight, Record::k_uiBlockWidth), m_BlockData(m_Images.getBlockCount())
+        : CCompressorState(pSource, uiWidth, uiHeight, Record::k_uiBlockWidth), m_BlockData(m_Images.getBlockCount())
     {
     }
 
