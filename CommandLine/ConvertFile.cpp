@@ -2,7 +2,6 @@
 
 #include "CommandLine/Names.h"
 #include "Composition/DdsLayouts.h"
-#include "Composition/LegacyLayouts.h"
 #include "Composition/SavePadding.h"
 #include "Composition/SavePreparation.h"
 #include "Composition/WorkingForm.h"
@@ -41,10 +40,8 @@ Outcome encode(const TargetEncoding& target, CMOXTexture& texture)
 
 bool writeFile(const Conversion& conversion, const CMOXTexture& texture, const std::string& strPath)
 {
-    if (conversion.save.uiLegacyApi && conversion.bAsStored)
-        return saveLegacy(texture, strPath, *conversion.save.uiLegacyApi);
     if (conversion.save.uiLegacyApi)
-        return saveLegacyForOthers(texture, strPath, *conversion.save.uiLegacyApi);
+        return saveLegacy(texture, strPath, *conversion.save.uiLegacyApi);
     return conversion.bAsStored ? saveTexture(texture, strPath) : saveForOthers(texture, strPath);
 }
 
@@ -57,8 +54,7 @@ std::string findReason(const Conversion& conversion, const CMOXTextureHeader& he
         if (header.getDepth() > 1)
             return "A version 2 file cannot hold a texture that is deeper than 1; leave out --legacy";
         const uint32_t uiApi = *conversion.save.uiLegacyApi;
-        const PixelEncoding encoding = header.getEncoding();
-        if (formatToLegacyType(conversion.bAsStored ? encoding : getLegacyEncoding(encoding, uiApi), uiApi) < 0)
+        if (formatToLegacyType(header.getEncoding(), uiApi) < 0)
             return "A version 2 file for API " + std::to_string(uiApi) + " cannot hold " + strEncoding +
                    "; choose another --legacy, --format or --type";
     }

@@ -37,8 +37,8 @@ struct VerbRow
 constexpr VerbRow k_aVerbs[] = {
     {"info", "FILE [--json]", "Show a texture's header and every metadata block.", describeInfo, "  halvane-cli info wall.mox --json"},
     {"convert",
-     "INPUT -o OUTPUT [operations] [target] [--pad N]\n"
-     "INPUT... --out-dir DIR --ext mox|ktx|dds|h [operations] [target] [--pad N] [--jobs N] [--quiet]",
+     "INPUT -o OUTPUT [operations] [target] [--pad N | --legacy API] [--as-stored]\n"
+     "INPUT... --out-dir DIR --ext mox|ktx|dds|h [operations] [target] [--pad N | --legacy API] [--as-stored] [--jobs N] [--quiet]",
      "Load a texture or an image, edit it, encode it, save it.", describeConvert,
      "  halvane-cli convert photo.png --assume-space srgb -o photo.mox --mips all --format bc1\n"
      "  halvane-cli convert a.mox -o b.mox --resize 256x256 --filter cubic --mips all --colour-mips\n"

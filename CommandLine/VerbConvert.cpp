@@ -147,8 +147,7 @@ VerbRun describeConvert(CLI::App& verb)
                   "at level 9_3, 10_1 or 11_1 (5, 6, 7)")
         ->group(strSaving);
     addFlag(verb, "--as-stored", pWords->conversion.bAsStored,
-            "Take layouts from and to .dds, .ktx and version 2 files as they stand, where otherwise they are put right so that colours are "
-            "the same "
+            "Take layouts from and to .dds and .ktx files as they stand, where otherwise they are put right so that colours are the same "
             "in other programs")
         ->group(strSaving);
 

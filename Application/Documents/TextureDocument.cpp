@@ -4,12 +4,12 @@
 #include <new>
 #include <utility>
 
-#include "Composition/LegacyLayouts.h"
 #include "Composition/SavePadding.h"
 #include "Composition/SavePreparation.h"
 #include "Conversion/Transcode.h"
 #include "Core/OutputFile.h"
 #include "Documents/SurfaceHeader.h"
+#include "Files/LegacyFile.h"
 #include "Files/SaveTexture.h"
 #include "Images/SaveSurfaceAsImage.h"
 
@@ -192,10 +192,9 @@ bool CTextureDocument::write(const std::string& strPath, uint32_t ui32Padding)
 bool CTextureDocument::writeLegacy(const std::string& strPath, uint32_t ui32Api) const
 {
     return withinMemory(
-        [&]
-        {
+        [&] {
             return COutputFile(strPath).writeBy([&](const std::string& strWritePath)
-                                                { return saveLegacyForOthers(m_Stored, strWritePath, ui32Api); });
+                                                { return saveLegacy(m_Stored, strWritePath, ui32Api); });
         });
 }
 

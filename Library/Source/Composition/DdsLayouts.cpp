@@ -2,9 +2,10 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 #include "Composition/ChannelMoves.h"
-#include "Conversion/Transcode.h"
+#include "Core/ByteOrder.h"
 #include "Formats/D3DFormatTable.h"
 #include "Formats/DXGIFormatTable.h"
 
@@ -105,6 +106,45 @@ bool isLoneHalf(const CMOXTextureHeader& header)
     return header.getPixelFormat() == layout("r", 16) && header.getChannelType() == eFloat && header.getNumArrayMembers() < 2;
 }
 
+/// The bits of a float of 32 bits with the value of one of 16, as IEEE 754 has both: every value, infinity and not-a-number has its
+/// own. (Transcode would read the smallest ones by the accessors' rule, and not bring them back.)
+uint32_t widenHalf(uint32_t ui32Half)
+{
+    const uint32_t ui32Sign = (ui32Half & 0x8000) << 16;
+    const uint32_t ui32Exponent = (ui32Half >> 10) & 31;
+    uint32_t ui32Mantissa = ui32Half & 0x3FF;
+    if (ui32Exponent == 31)
+        return ui32Sign | 0x7F800000 | ui32Mantissa << 13;
+    uint32_t ui32WideExponent = ui32Exponent + 112;
+    if (ui32Exponent == 0)
+    {
+        if (ui32Mantissa == 0)
+            return ui32Sign;
+        // Without a leading one; a float of 32 bits has room to give it one.
+        for (ui32WideExponent = 113; (ui32Mantissa & 0x400) == 0; --ui32WideExponent)
+            ui32Mantissa <<= 1;
+        ui32Mantissa &= 0x3FF;
+    }
+    return ui32Sign | ui32WideExponent << 23 | ui32Mantissa << 13;
+}
+
+/// @return false if the texture would not fit a data block, or has none
+bool widenHalves(CMOXTexture& texture)
+{
+    CMOXTextureHeader header = texture;
+    header.setPixelFormat(layout("r", 32));
+    if (!header.fitsDataBlock() || texture.getBlockSize() != texture.getDataSize())
+        return false;
+    CMOXTexture wide(header);
+    // All surfaces lie one behind the other without gaps, before and after.
+    const uint8_t* pHalf = texture.getDataPtr();
+    uint8_t* pWide = wide.getDataPtr();
+    for (uint32_t i = 0; i < texture.getBlockSize() / 2; ++i)
+        storeLE(pWide + size_t{4} * i, widenHalf(loadLE<uint16_t>(pHalf + size_t{2} * i)));
+    texture = std::move(wide);
+    return true;
+}
+
 void applyRow(EWhen eWhen, CMOXTexture& texture)
 {
     const DdsLayoutRow* pRow = findRow(eWhen, texture);
@@ -128,7 +168,7 @@ bool needsDdsPreparation(const CMOXTextureHeader& header)
 bool prepareForDds(CMOXTexture& texture)
 {
     if (isLoneHalf(texture))
-        return Transcode(texture, layout("r", 32), eFloat, texture.getColourSpace(), 0, false);
+        return widenHalves(texture);
     applyRow(EWhen::eToSave, texture);
     return true;
 }

@@ -1,5 +1,8 @@
 #include "Composition/DdsLayouts.h"
 
+#include <cmath>
+#include <cstring>
+
 #include <gtest/gtest.h>
 
 #include "Composition/CanonicalForm.h"
@@ -184,6 +187,31 @@ TEST(DdsLayouts, OfOneHalfFloatGoOutAsAWholeOne)
     const CMOXTexture again = open(written.bytes);
     EXPECT_TRUE(isOf(again, layout("r", 32), 12));
     EXPECT_EQ(dataOf(written), blockOf(again));
+}
+
+TEST(DdsLayouts, OfOneHalfFloatKeepEveryValue)
+{
+    Bytes halves;
+    for (uint32_t uiCode = 0; uiCode < 65536; ++uiCode)
+        halves.insert(halves.end(), {static_cast<uint8_t>(uiCode), static_cast<uint8_t>(uiCode >> 8)});
+    CMOXTexture texture = makeTexture(layout("r", 16), 12, halves);
+    ASSERT_TRUE(prepareForDds(texture));
+    ASSERT_EQ(halves.size() * 2, texture.getBlockSize());
+    for (uint32_t uiCode = 0; uiCode < 65536; ++uiCode)
+    {
+        float fWide;
+        std::memcpy(&fWide, texture.getDataPtr() + size_t{4} * uiCode, 4);
+        const int iExponent = static_cast<int>((uiCode >> 10) & 31);
+        const auto fMantissa = static_cast<float>(uiCode & 0x3FF);
+        ASSERT_EQ((uiCode & 0x8000) != 0, std::signbit(fWide)) << uiCode;
+        if (iExponent == 31 && fMantissa != 0)
+            ASSERT_TRUE(std::isnan(fWide)) << uiCode;
+        else if (iExponent == 31)
+            ASSERT_TRUE(std::isinf(fWide)) << uiCode;
+        else
+            ASSERT_EQ(iExponent == 0 ? std::ldexp(fMantissa, -24) : std::ldexp(1024 + fMantissa, iExponent - 25), std::fabs(fWide))
+                << uiCode;
+    }
 }
 
 TEST(DdsLayouts, OfAnArrayOfOneHalfFloatStay)
