@@ -146,8 +146,7 @@ TEST(LoadTexture, AHoleOfATerabyteTakesNoMemory)
         const std::string strPath = folder.write("a." + strExtension, "x");
         std::error_code failed;
         fs::resize_file(strPath, uint64_t{1} << 40, failed);
-        if (failed)
-            GTEST_SKIP() << "the file system has no such files";
+        ASSERT_FALSE(failed) << failed.message();
         const CMemoryLimit limit;
         EXPECT_EQ(0u, CMOXTexture(strPath).getDataSize()) << strExtension;
     }

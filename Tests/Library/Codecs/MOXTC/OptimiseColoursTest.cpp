@@ -250,6 +250,21 @@ TEST(OptimiseColours, MovedColoursEndAtZeroAndAt255)
     EXPECT_EQ(levels(1, 254), move(51, 184, 50, 170));
 }
 
+namespace
+{
+
+/// Pixel i of a block of 8 by 4: the levels at the places that have stored codes, and between them in the outer and the inner rows.
+uint32_t byRow(uint32_t i, uint32_t uiStored, uint32_t uiOuter, uint32_t uiInner)
+{
+    const uint32_t x = i % 8;
+    const uint32_t y = i / 8;
+    if (((x ^ y) & 1) == 0)
+        return level(uiStored);
+    return level(y == 0 || y == 3 ? uiOuter : uiInner);
+}
+
+} // namespace
+
 TEST(OptimiseColours, WeightsAboveEightCountAsTheyAre)
 {
     // Mode 2 with all codes 3: sixteen weights of 1, eight of 9/8, eight of 10/8.
@@ -259,14 +274,7 @@ TEST(OptimiseColours, WeightsAboveEightCountAsTheyAre)
     record.ui8Mode = 2;
     // Both upscaled colours are 50, so d is the source less 50: 16 times the weight. The slope is 16, A's shift 0.
     // With weights of 1 everywhere d would be 17.5 on average, and A would move to meet B.
-    const auto getSource = [](uint32_t i)
-    {
-        const uint32_t x = i % 8;
-        const uint32_t y = i / 8;
-        if (((x ^ y) & 1) == 0)
-            return level(66);
-        return level(y == 0 || y == 3 ? 70 : 68);
-    };
+    const auto getSource = [](uint32_t i) { return byRow(i, 66, 70, 68); };
     EXPECT_EQ(levels(100, 166),
               optimise(OneBlock<BlockRecord2bpp>{record, level(100), level(150), getSource, everywhere(level(50)), everywhere(level(50))}));
 }
@@ -278,14 +286,7 @@ TEST(OptimiseColours, AWeightAboveOneTakesANegativePartOfA)
     BlockRecord2bpp record;
     record.aui8InterpolatedCodes.fill(3);
     record.ui8Mode = 2;
-    const auto getSource = [](uint32_t i)
-    {
-        const uint32_t x = i % 8;
-        const uint32_t y = i / 8;
-        if (((x ^ y) & 1) == 0)
-            return level(65);
-        return level(y == 0 || y == 3 ? 25 : 45);
-    };
+    const auto getSource = [](uint32_t i) { return byRow(i, 65, 25, 45); };
     EXPECT_EQ(levels(225, 65),
               optimise(OneBlock<BlockRecord2bpp>{record, level(200), level(40), getSource, everywhere(level(200)), everywhere(level(40))}));
 }
