@@ -18,7 +18,7 @@ struct EtcMatrix
     double at(size_t uiRow, size_t uiColumn) const { return afValues[uiRow * uiColumns + uiColumn]; }
 };
 
-/// product = left times right; every sum starts at its first term and runs over ascending numbers.
+/// product = left times right; every sum runs over ascending numbers.
 /// @return false, after a remark to the diagnostics, if the columns of the left one are not as many as the rows of the right one;
 ///         product stays as it was. False too if the product has more values than a matrix holds.
 [[nodiscard]] bool multiplyMatrices(const EtcMatrix& left, const EtcMatrix& right, EtcMatrix& product);
