@@ -1,10 +1,13 @@
 #include "Application/RunApplication.h"
 
+#include <cstdio>
+
 #include <QtCore/QFileInfo>
 #include <QtGui/QIcon>
 
 #include "Application/CSingleApplication.h"
 #include "Application/StartUpArguments.h"
+#include "Core/Diagnostics.h"
 #include "MainWindow/CMainWindow.h"
 #include "MainWindow/ProductVersion.h"
 #include "Resources/Resources.h"
@@ -35,6 +38,13 @@ QIcon makeIcon()
     return icon;
 }
 
+/// At once, for whoever watches the program from a terminal.
+void writeToStandardOutput(const char* pszText)
+{
+    std::fputs(pszText, stdout);
+    std::fflush(stdout);
+}
+
 } // namespace
 
 int runApplication(int iCount, char** apArguments)
@@ -44,6 +54,7 @@ int runApplication(int iCount, char** apArguments)
     CSingleApplication application(iCount, apArguments, k_acProductName);
     QApplication::setApplicationName(k_acProductName);
     QApplication::setApplicationVersion(k_acProductVersion);
+    moxtexture::setDiagnosticsHook(writeToStandardOutput);
     initResources();
     QApplication::setWindowIcon(makeIcon());
 

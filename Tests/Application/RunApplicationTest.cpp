@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include "Application/InstanceMarker.h"
+#include "Core/Diagnostics.h"
 #include "Support/Environment.h"
 #include "Support/NativeFileBuilder.h"
 #include "Support/TemporaryFolder.h"
@@ -129,6 +130,18 @@ TEST_F(RunApplication, GoesByItsNameAndVersion)
             EXPECT_EQ("4.23.0", QCoreApplication::applicationVersion());
             ASSERT_NE(nullptr, mainWindow());
             EXPECT_TRUE(mainWindow()->isVisible());
+        });
+}
+
+TEST_F(RunApplication, WritesTheRemarksOfTheLibraryToStandardOutputAtOnce)
+{
+    run({},
+        []
+        {
+            testing::internal::CaptureStdout();
+            moxtexture::writeDiagnostic("a remark\n");
+            moxtexture::writeDiagnostic("100 %s\n");
+            EXPECT_EQ("a remark\n100 %s\n", testing::internal::GetCapturedStdout());
         });
 }
 
