@@ -33,6 +33,23 @@ enum EEtcDifferentialMode
 [[nodiscard]] EtcPixels decodeEtcPixelsH(const EtcBlockWords& compact);
 [[nodiscard]] EtcPixels decodeEtcPixelsPlanar(const EtcBlockWords& compact);
 
+/// The halves of a block of individual or differential mode: base colours as bytes, and modifier tables.
+struct EtcHalfColours
+{
+    EtcColour aBases[2];
+    uint32_t auiTables[2];
+    bool bFlip;
+
+    /// 0 for the pixels of the left half (the top one with flip), else 1.
+    [[nodiscard]] constexpr uint32_t getHalf(uint32_t uiX, uint32_t uiY) const { return (bFlip ? uiY : uiX) / 2; }
+};
+
+[[nodiscard]] EtcHalfColours readEtcHalvesIndividual(uint32_t ui32High);
+[[nodiscard]] EtcHalfColours readEtcHalvesDifferential(uint32_t ui32High);
+
+/// A colour with iModifier added to each channel, clamped to 0 to 255.
+[[nodiscard]] EtcColour modifyEtcColour(const EtcColour& colour, int32_t iModifier);
+
 /// The four colours that the pixels of a T or H block (compact) choose from, as bytes, by index.
 struct EtcPaints
 {
@@ -41,6 +58,13 @@ struct EtcPaints
 
 [[nodiscard]] EtcPaints getEtcPaintsT(const EtcBlockWords& compact);
 [[nodiscard]] EtcPaints getEtcPaintsH(const EtcBlockWords& compact);
+
+inline void setEtcPixel(EtcPixels& pixels, size_t uiX, size_t uiY, const EtcColour& colour)
+{
+    pixels.aui8Red[etcPixelIndex(uiX, uiY)] = colour[0];
+    pixels.aui8Green[etcPixelIndex(uiX, uiY)] = colour[1];
+    pixels.aui8Blue[etcPixelIndex(uiX, uiY)] = colour[2];
+}
 
 /// Every pixel of a block as the paint that its index says.
 [[nodiscard]] EtcPixels paintEtcPixels(const EtcPaints& paints, uint32_t ui32Indices);

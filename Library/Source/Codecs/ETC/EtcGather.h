@@ -18,18 +18,21 @@ struct EtcSurface
     size_t uiPixelBytes;
 };
 
-/// For each pixel of the block at (uiX, uiY) in row order, the byte of the surface at which it begins.
+/// The byte of the surface at which each pixel of a block begins, in row order.
+using EtcBlockOffsets = std::array<size_t, 16>;
+
+/// The places of the pixels of the block at (uiX, uiY).
 ///
 /// A block that reaches beyond the surface repeats pixels, as getPaddingSource says.
-[[nodiscard]] std::array<size_t, 16> getEtcBlockOffsets(const EtcSurface& surface, uint32_t uiX, uint32_t uiY);
+[[nodiscard]] EtcBlockOffsets getEtcBlockOffsets(const EtcSurface& surface, uint32_t uiX, uint32_t uiY);
 
 /// The bytes 0, 1 and 2 of the block's pixels: R, G, B.
-[[nodiscard]] EtcPixels gatherEtcPixels(const EtcSurface& surface, const std::array<size_t, 16>& offsets);
+[[nodiscard]] EtcPixels gatherEtcPixels(const EtcSurface& surface, const EtcBlockOffsets& offsets);
 
 /// The byte 3 of the block's pixels.
-[[nodiscard]] EtcAlphas gatherEtcAlphas(const EtcSurface& surface, const std::array<size_t, 16>& offsets);
+[[nodiscard]] EtcAlphas gatherEtcAlphas(const EtcSurface& surface, const EtcBlockOffsets& offsets);
 
 /// The 16-bit word uiChannel of the block's pixels, in row order.
-void gatherEacPixels(const EtcSurface& surface, const std::array<size_t, 16>& offsets, size_t uiChannel, uint16_t (&pixels)[16]);
+void gatherEacPixels(const EtcSurface& surface, const EtcBlockOffsets& offsets, size_t uiChannel, uint16_t (&pixels)[16]);
 
 } // namespace moxtexture
