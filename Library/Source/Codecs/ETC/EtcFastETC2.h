@@ -2,6 +2,7 @@
 
 #include "Codecs/ETC/EtcBlockBits.h"
 #include "Codecs/ETC/EtcPixels.h"
+#include "Codecs/ETC/EtcTwoColours.h"
 
 namespace moxtexture
 {
@@ -16,5 +17,11 @@ void etcFastBlockETC2(const EtcPixels& pixels, EtcBlockWords& block);
 /// On purpose: the refinement is the plain one, and its plain error is compared with the perceptual error of what stands, so that
 /// it nearly always replaces it.
 void etcFastBlockETC2Perceptual(const EtcPixels& pixels, EtcBlockWords& block);
+
+/// The part of etcFastBlockETC2 that follows the ETC1 modes: planar, T, H and refinement.
+/// @param halfIntensity  lbgHalfIntensity(pixels)
+/// @param fError  the error of the block that stands
+/// @param block   the words of that block; replaced by a better one's, ready to be stored, with bit 1 set
+void etcTryPlanarTH(const EtcPixels& pixels, const EtcColourPair& halfIntensity, double fError, EtcBlockWords& block);
 
 } // namespace moxtexture

@@ -6,9 +6,20 @@
 namespace moxtexture
 {
 
-/// Fits the plane of least squares to each channel of a block, with its three colours at pixels (0, 0), (4, 0) and (0, 4), and
-/// rounds them to 6 bits for red and blue and 7 bits for green.
+/// The three colours of a planar block, of 6, 7 and 6 bits: at pixels (0, 0), (4, 0) and (0, 4).
+struct EtcPlanarLevels
+{
+    EtcColour origin;
+    EtcColour horizontal;
+    EtcColour vertical;
+};
+
+/// The compact planar words.
+[[nodiscard]] EtcBlockWords packPlanar(const EtcPlanarLevels& levels);
+
+/// Fits the plane of least squares to each channel of a block, and rounds its three colours to their
+/// levels.
 /// @return the compact planar words
-EtcBlockWords planarFit(const EtcPixels& pixels);
+[[nodiscard]] EtcBlockWords planarFit(const EtcPixels& pixels);
 
 } // namespace moxtexture
