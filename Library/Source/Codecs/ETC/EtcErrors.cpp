@@ -36,7 +36,7 @@ double blockErrorPerceptual(const EtcPixels& pixels, const EtcPixels& decoded)
         const double fRed = pixels.aui8Red[i] - decoded.aui8Red[i];
         const double fGreen = pixels.aui8Green[i] - decoded.aui8Green[i];
         const double fBlue = pixels.aui8Blue[i] - decoded.aui8Blue[i];
-        fSum += 0.299 * fRed * fRed + 0.587 * fGreen * fGreen + 0.114 * fBlue * fBlue;
+        fSum += 0.299 * (fRed * fRed) + 0.587 * (fGreen * fGreen) + 0.114 * (fBlue * fBlue);
     }
     return fSum;
 }
