@@ -77,8 +77,9 @@ TEST(EtcFastBlock, HalvesFarApartAreIndividual)
 
 TEST(EtcFastBlock, TheSplitThatFitsBetterIsFlipped)
 {
-    // As above with rows: index 3 for y of 0 and 1, bits 0 and 1 of each column's four.
-    expectBlock(halves({0, 0, 0}, {255, 255, 255}, true), 0x0F0F0F01, 0x33333333, 0, 0);
+    // Levels 0 and 15 of red. Black: index 3, for y of 0 and 1, which are bits 0 and 1 of each column's four.
+    // Red: 255 - 2 misses by 2 in one channel, 255 + 2 in two, so position 1, index 2. Errors 8 * 4 and 32 * 0.299.
+    expectBlock(halves({0, 0, 0}, {255, 0, 0}, true), 0x0F000001, 0xFFFF3333, 32, 9.568);
 }
 
 TEST(EtcFastBlock, MoreThanThreeLevelsInOneChannelAreIndividualNotClamped)

@@ -61,7 +61,7 @@ TEST(EtcQuantise, NearestLevelsRoundHalvesUp)
     // 127.5 * 31 / 255 = 15.5. One eighth less: 15.48.
     expectColour(grey(16), grey(132), quantiseNearest555(greyMean(127.5f)));
     expectColour(grey(15), grey(123), quantiseNearest555(greyMean(127.375f)));
-    expectColour(rgb(0, 31, 31), rgb(0, 255, 255), quantiseNearest555({4.0f, 255.0f, 250.875f}));
+    expectColour(rgb(0, 31, 31), rgb(0, 255, 255), quantiseNearest555({4.0f, 255.0f, 251.0f}));
     // 8.5 / 17 = 0.5. One eighth less: 0.4926.
     expectColour(grey(1), grey(17), quantiseNearest444(greyMean(8.5f)));
     expectColour(grey(0), grey(0), quantiseNearest444(greyMean(8.375f)));
