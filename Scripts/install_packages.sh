@@ -11,6 +11,7 @@ packages=(
     clang libclang-rt-14-dev llvm-14 clang-format
     python3 python3-pil imagemagick libnvtt-bin astcenc gcc
     xvfb xauth xdotool openbox x11-utils
+    libegl1-mesa-dev libgl1-mesa-dri libgles2-mesa-dev
     fonts-dejavu-core
 )
 
