@@ -12,6 +12,7 @@ targets=(
     "DdsReaderFuzz DdsReader Library/Source/Files/DdsReader.cpp Library/Source/Files/DdsHeader.cpp"
     "AstcReaderFuzz AstcReader Library/Source/Files/AstcFile.cpp"
     "LegacyReaderFuzz LegacyReader Library/Source/Files/LegacyFile.cpp"
+    "EtcDecoderFuzz EtcDecoder Library/Source/Codecs/ETC/EtcDecompressImage.cpp Library/Source/Codecs/ETC/EtcDecodeBlock.cpp Library/Source/Codecs/ETC/EtcDecodeA1.cpp Library/Source/Codecs/ETC/EacBlock.cpp"
     "PreferencesFuzz Preferences Application/Common/PlistDocument.cpp Application/Common/Preferences.cpp"
 )
 
