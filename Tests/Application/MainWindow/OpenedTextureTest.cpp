@@ -126,7 +126,7 @@ TEST_F(OpenedTextureTest, OfABrokenFileIsNotLoaded)
 TEST_F(OpenedTextureTest, OfAFormatThatNothingDecodesIsNotConverted)
 {
     // A block of 16 bytes holds 4 by 4 pixels, or 6 by 6 by 6 of which 4 by 4 are wanted; the last takes half a byte a pixel.
-    for (const auto& [eFormat, bIsASTC] : {std::pair(ePF_ASTC_4x4, true), std::pair(ePF_ASTC_6x6x6, true), std::pair(ePF_ETC1, false)})
+    for (const auto& [eFormat, bIsASTC] : {std::pair(ePF_ASTC_4x4, true), std::pair(ePF_ASTC_6x6x6, true), std::pair(ePF_BC4, false)})
     {
         const std::vector<uint8_t> file =
             testsupport::CNativeFileBuilder().format(eFormat).size(8, 8).data(std::vector<uint8_t>(64)).bytes();
