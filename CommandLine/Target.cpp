@@ -62,7 +62,9 @@ std::optional<TargetEncoding> CTargetWords::resolve(const CMOXTextureHeader& sou
     strReason = findFault(target);
     if (!strReason.empty())
         return std::nullopt;
-    target.uiQuality = m_strQuality ? *parseQuality(*m_strQuality, target.pixelFormat) : getQualityNames(target.pixelFormat).uiDefaultIndex;
+    // Formats with one quality take any number here; their codecs do not.
+    const QualityNames names = getQualityNames(target.pixelFormat);
+    target.uiQuality = m_strQuality && names.uiCount != 0 ? *parseQuality(*m_strQuality, target.pixelFormat) : names.uiDefaultIndex;
     return target;
 }
 

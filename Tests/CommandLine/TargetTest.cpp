@@ -85,6 +85,12 @@ TEST(Target, HasTheUsualQualityOfItsFormatOrTheOneAskedFor)
                       .target.uiQuality);
 }
 
+TEST(Target, OfAFormatWithOneQualityHasNumber0WhateverNumberIsAskedFor)
+{
+    for (const char* pcFormat : {"bc1", "etc2-rgb-a1", "eac-r11", "eac-rg11", "uyvy", "r8g8b8a8"})
+        EXPECT_EQ(0u, resolve({"--format", pcFormat, "--quality", "77"}, k_SignedBytes).target.uiQuality) << pcFormat;
+}
+
 TEST(Target, IsRefusedForAQualityOfAnotherFormat)
 {
     const Resolved named = resolve({"--format", "bc1", "--quality", "Thorough"}, k_SignedBytes);

@@ -4,6 +4,8 @@
 
 #include "Codecs/BC/BcCompress.h"
 #include "Codecs/BC/BcDecompress.h"
+#include "Codecs/ETC/EtcCompressImage.h"
+#include "Codecs/ETC/EtcDecompressImage.h"
 #include "Codecs/MOXTC/MOXTCCompress.h"
 #include "Codecs/MOXTC/MOXTCDecompress.h"
 #include "Codecs/Packed/OneBit.h"
@@ -52,6 +54,23 @@ uint32_t decompressMOXTC(const uint8_t* pSource, uint8_t* pTarget, const CodecSu
     return MOXTCDecompress(pSource, pTarget, surface.uiWidth, surface.uiHeight, flags.b2bpp, flags.bII);
 }
 
+/// Words with a sign are EAC's alone: the others take and give bytes, whatever type a texture of theirs claims.
+bool hasSignedWords(const CodecSurface& surface)
+{
+    return surface.bSigned && (surface.eFormat == ePF_EAC_R11 || surface.eFormat == ePF_EAC_RG11);
+}
+
+uint32_t compressETC(const uint8_t* pSource, uint8_t* pTarget, const CodecSurface& surface)
+{
+    return etcCompressImage(pSource, pTarget, surface.uiWidth, surface.uiHeight, surface.uiQuality, surface.eFormat,
+                            hasSignedWords(surface));
+}
+
+uint32_t decompressETC(const uint8_t* pSource, uint8_t* pTarget, const CodecSurface& surface)
+{
+    return etcDecompressImage(pSource, pTarget, surface.uiWidth, surface.uiHeight, surface.eFormat, hasSignedWords(surface));
+}
+
 /// BC1, DXT2, BC2, DXT4, BC3 are the types 1 to 5 of that codec.
 uint32_t bcType(const CodecSurface& surface)
 {
@@ -89,12 +108,14 @@ constexpr CodecRow k_aCodecs[] = {
     {ePF_MOXTC_2bpp_RGBA, ePF_MOXTC_2bpp_RGBA, compressMOXTC, decompressMOXTC, false, true},
     {ePF_MOXTC_4bpp_RGB, ePF_MOXTC_4bpp_RGB, compressOpaqueMOXTC, decompressMOXTC, false, true},
     {ePF_MOXTC_4bpp_RGBA, ePF_MOXTCII_4bpp, compressMOXTC, decompressMOXTC, false, true},
+    {ePF_ETC1, ePF_ETC1, compressETC, decompressETC, false, false},
     {ePF_BC1, ePF_BC3, compressBC, decompressBC, false, false},
     {ePF_UYVY, ePF_YUY2, withFormat<encodePackedYUV>, withFormat<decodePackedYUV>, false, false},
     {ePF_1bpp, ePF_1bpp, withSize<encodeOneBit>, withSize<decodeOneBit>, false, true},
     {ePF_Shared_Exponent_RGB999_E5, ePF_Shared_Exponent_RGB999_E5, withSize<encodeSharedExponent>, withSize<decodeSharedExponent>, false,
      false},
     {ePF_2_Planar_RGBG_8_8_8_8, ePF_2_Planar_GRGB_8_8_8_8, withFormat<encodePairFormat>, withFormat<decodePairFormat>, false, false},
+    {ePF_ETC2_RGB, ePF_EAC_RG11, compressETC, decompressETC, false, false},
 };
 
 } // namespace
