@@ -1,0 +1,149 @@
+#include "Codecs/ETC/EtcExhaustivePlanar.h"
+
+#include <gtest/gtest.h>
+
+#include "Codecs/ETC/EtcDecodeBlock.h"
+#include "Codecs/ETC/EtcErrors.h"
+#include "Codecs/ETC/EtcPlanarFit.h"
+#include "EtcTestBlocks.h"
+#include "ReferenceEtcExhaustivePlanar.h"
+
+namespace
+{
+
+using namespace moxtexture;
+
+constexpr std::array<uint32_t, 3> k_auiPlain = {1, 1, 1};
+constexpr std::array<uint32_t, 3> k_auiPerceptual = {299, 587, 114};
+constexpr EtcBlockWords k_untouched = {0x12345678, 0x9ABCDEF0};
+
+uint32_t channelError(const std::array<uint8_t, 16>& a, const std::array<uint8_t, 16>& b)
+{
+    int32_t iSum = 0;
+    for (size_t i = 0; i < 16; ++i)
+        iSum += (a[i] - b[i]) * (a[i] - b[i]);
+    return static_cast<uint32_t>(iSum);
+}
+
+std::array<uint32_t, 3> channelErrors(const EtcPixels& a, const EtcPixels& b)
+{
+    return {channelError(a.aui8Red, b.aui8Red), channelError(a.aui8Green, b.aui8Green), channelError(a.aui8Blue, b.aui8Blue)};
+}
+
+std::array<uint32_t, 3> fitErrors(const EtcPixels& pixels)
+{
+    return channelErrors(pixels, decodeEtcPixelsPlanar(planarFit(pixels)));
+}
+
+void expectReference(const EtcPixels& pixels, uint32_t uiBound, const std::array<uint32_t, 3>& errors, bool bPerceptual)
+{
+    const auto expected = etcreference::searchPlanarExhaustive(pixels, uiBound, errors, bPerceptual ? k_auiPerceptual : k_auiPlain);
+    EtcBlockWords actual = k_untouched;
+    const auto search = bPerceptual ? searchPlanarExhaustivePerceptual : searchPlanarExhaustive;
+    ASSERT_EQ(expected.has_value(), search(pixels, uiBound, errors[0], errors[1], errors[2], actual));
+    ASSERT_EQ(expected.value_or(k_untouched).ui32High, actual.ui32High);
+    ASSERT_EQ(expected.value_or(k_untouched).ui32Low, actual.ui32Low);
+}
+
+TEST(EtcExhaustivePlanar, FindsTheFirstLeastBlockOfAllCodewords)
+{
+    for (const EtcPixels& pixels : etctest::makeEtcTestBlocks(811, 1000))
+        ASSERT_NO_FATAL_FAILURE(expectReference(pixels, k_uiEtcMaxPlainError, fitErrors(pixels), false));
+}
+
+TEST(EtcExhaustivePlanar, FindsTheFirstLeastBlockByWeightedErrors)
+{
+    for (const EtcPixels& pixels : etctest::makeEtcTestBlocks(812, 600))
+        ASSERT_NO_FATAL_FAILURE(expectReference(pixels, k_uiEtcMaxPerceptualError, fitErrors(pixels), true));
+}
+
+TEST(EtcExhaustivePlanar, FindsWhatABoundOfTheWholeBlockLeaves)
+{
+    testsupport::CSeededRandom random(813);
+    for (const EtcPixels& pixels : etctest::makeEtcTestBlocks(814, 1000))
+    {
+        const std::array<uint32_t, 3> errors = fitErrors(pixels);
+        const uint32_t uiMost = std::max({errors[0], errors[1], errors[2]});
+        ASSERT_NO_FATAL_FAILURE(expectReference(pixels, random.below(uiMost + 2), errors, false));
+        ASSERT_NO_FATAL_FAILURE(expectReference(pixels, 299 * random.below(uiMost + 2) + random.below(299), errors, true));
+    }
+}
+
+TEST(EtcExhaustivePlanar, FindsTheLeastBlockWithLimitsFarAboveTheFit)
+{
+    for (const EtcPixels& pixels : etctest::makeEtcTestBlocks(815, 24))
+    {
+        std::array<uint32_t, 3> errors = fitErrors(pixels);
+        for (uint32_t& uiError : errors)
+            uiError = uiError * 3 + 500;
+        ASSERT_NO_FATAL_FAILURE(expectReference(pixels, k_uiEtcMaxPlainError, errors, false));
+    }
+}
+
+TEST(EtcExhaustivePlanar, WithoutLimitsItIsTheLeastOfAll)
+{
+    // Two channels are flat, where the reference ends soon.
+    EtcPixels pixels = etctest::flatEtcBlock(0, 255, 0);
+    testsupport::CSeededRandom random(816);
+    for (uint8_t& ui8Value : pixels.aui8Red)
+        ui8Value = static_cast<uint8_t>(random.below(2) * 255);
+    constexpr uint32_t uiAll = UINT32_MAX;
+    EtcBlockWords actual = k_untouched;
+    ASSERT_TRUE(searchPlanarExhaustive(pixels, uiAll, uiAll, uiAll, uiAll, actual));
+    const auto red = etcreference::searchPlanarChannel(pixels.aui8Red, 6, 1, uiAll);
+    ASSERT_TRUE(red.has_value());
+    EXPECT_EQ(etcreference::packPlanarLevels(*red, {127, 127, 127}, {0, 0, 0}), actual);
+}
+
+TEST(EtcExhaustivePlanar, FindsABlockThatIsPlanarWithoutError)
+{
+    testsupport::CSeededRandom random(817);
+    for (int i = 0; i < 200; ++i)
+    {
+        EtcPlanarLevels levels;
+        for (EtcColour* const pColour : {&levels.origin, &levels.horizontal, &levels.vertical})
+            *pColour = {static_cast<uint8_t>(random.below(64)), static_cast<uint8_t>(random.below(128)),
+                        static_cast<uint8_t>(random.below(64))};
+        const EtcPixels pixels = decodeEtcPixelsPlanar(packPlanar(levels));
+        const std::array<uint32_t, 3> errors = fitErrors(pixels);
+        EtcBlockWords found = k_untouched;
+        ASSERT_TRUE(searchPlanarExhaustive(pixels, k_uiEtcMaxPlainError, errors[0], errors[1], errors[2], found));
+        ASSERT_EQ(0.0, blockErrorRGB(pixels, decodeEtcPixelsPlanar(found)));
+    }
+}
+
+TEST(EtcExhaustivePlanar, AnErrorEqualToTheLimitIsFoundAndOneAboveIsNot)
+{
+    // 101 is 6-bit level 25 and 100 is 7-bit level 50, so the block is exact at a limit of 0. Nothing else is: at O = 101 pixel (3, 0)
+    // is (406 + 3 (H - 101)) / 4, which is 101 for H from 101 - 2/3 to 101 + 1/3 alone.
+    EtcBlockWords found = k_untouched;
+    ASSERT_TRUE(searchPlanarExhaustive(etctest::flatEtcBlock(101, 100, 101), 0, 0, 0, 0, found));
+    EXPECT_EQ(packPlanar({{25, 50, 25}, {25, 50, 25}, {25, 50, 25}}), found);
+
+    // No 6-bit level is 100: 24 is 97 and 25 is 101, so pixel (0, 0) is off by 1 at least.
+    for (const EtcPixels& pixels :
+         {etctest::flatEtcBlock(100, 100, 101), etctest::flatEtcBlock(101, 100, 100), etctest::flatEtcBlock(101, 101, 101)})
+    {
+        // 7-bit levels 50 and 51 are 100 and 102.
+        found = k_untouched;
+        EXPECT_FALSE(searchPlanarExhaustive(pixels, 0, 0, 0, 0, found));
+        EXPECT_EQ(k_untouched, found);
+    }
+}
+
+TEST(EtcExhaustivePlanar, WeightsCountInTheBoundOfTheBlockOnly)
+{
+    // Green of 101 everywhere: pixel (0, 0) is off by 1 at the levels 100 and 102.
+    const EtcPixels pixels = etctest::flatEtcBlock(101, 101, 101);
+    const auto least = etcreference::searchPlanarChannel(pixels.aui8Green, 7, 1, 1000);
+    ASSERT_TRUE(least.has_value());
+    EtcPixels decoded = decodeEtcPixelsPlanar(etcreference::packPlanarLevels({25, 25, 25}, *least, {25, 25, 25}));
+    const uint32_t uiLeast = channelError(pixels.aui8Green, decoded.aui8Green);
+    ASSERT_GT(uiLeast, 0u);
+    EtcBlockWords found = k_untouched;
+    EXPECT_TRUE(searchPlanarExhaustivePerceptual(pixels, 587 * uiLeast, 0, uiLeast, 0, found));
+    EXPECT_FALSE(searchPlanarExhaustivePerceptual(pixels, 587 * uiLeast - 1, 0, uiLeast, 0, found));
+    EXPECT_FALSE(searchPlanarExhaustivePerceptual(pixels, 587 * uiLeast, 0, uiLeast - 1, 0, found));
+}
+
+} // namespace
