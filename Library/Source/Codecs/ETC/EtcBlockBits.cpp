@@ -6,11 +6,6 @@ namespace moxtexture
 namespace
 {
 
-uint32_t loadBigEndian(const uint8_t* pui8)
-{
-    return static_cast<uint32_t>(pui8[0]) << 24 | static_cast<uint32_t>(pui8[1]) << 16 | static_cast<uint32_t>(pui8[2]) << 8 | pui8[3];
-}
-
 void storeBigEndian(uint8_t* pui8, uint32_t ui32)
 {
     for (uint32_t i = 0; i < 4; ++i)
@@ -21,12 +16,6 @@ void storeBigEndian(uint8_t* pui8, uint32_t ui32)
 uint32_t packTables(bool bFlip, uint32_t uiTable0, uint32_t uiTable1)
 {
     return uiTable0 << 5 | uiTable1 << 2 | (bFlip ? k_ui32EtcFlipBit : 0);
-}
-
-/// A field moved within a word: uiCount bits, from bit uiFrom up to bit uiTo up.
-constexpr uint32_t moveBits(uint32_t ui32Word, uint32_t uiCount, uint32_t uiFrom, uint32_t uiTo)
-{
-    return (ui32Word >> uiFrom & ((1u << uiCount) - 1)) << uiTo;
 }
 
 /// Fills the upper three bits of a base and the sign bit of its delta, all 0 before, so that their sum is no level.
@@ -51,11 +40,6 @@ constexpr uint32_t k_uiGreenByte = 16;
 constexpr uint32_t k_uiBlueByte = 8;
 
 } // namespace
-
-EtcBlockWords loadEtcBlock(const uint8_t* pui8Block)
-{
-    return {loadBigEndian(pui8Block), loadBigEndian(pui8Block + 4)};
-}
 
 void storeEtcBlock(uint8_t* pui8Block, const EtcBlockWords& words)
 {
@@ -98,9 +82,9 @@ EtcDifferentialLevels readEtcDifferentialLevels(uint32_t ui32High)
 EtcBlockWords stuffT(const EtcBlockWords& compact, bool bOpaqueBit)
 {
     const uint32_t ui32Compact = compact.ui32High;
-    uint32_t ui32High = moveBits(ui32Compact, 2, 25, 27); // R0, upper bits
-    ui32High |= moveBits(ui32Compact, 24, 1, 2);          // R0, lower bits, to the upper bits of the distance index
-    ui32High |= moveBits(ui32Compact, 1, 0, 0);
+    uint32_t ui32High = moveEtcBits(ui32Compact, 2, 25, 27); // R0, upper bits
+    ui32High |= moveEtcBits(ui32Compact, 24, 1, 2);          // R0, lower bits, to the upper bits of the distance index
+    ui32High |= moveEtcBits(ui32Compact, 1, 0, 0);
     ui32High = makeOverflow(ui32High, k_uiRedByte);
     return {ui32High | (bOpaqueBit ? k_ui32EtcDiffBit : 0), compact.ui32Low};
 }
@@ -108,10 +92,10 @@ EtcBlockWords stuffT(const EtcBlockWords& compact, bool bOpaqueBit)
 EtcBlockWords stuffH(const EtcBlockWords& compact, bool bOpaqueBit)
 {
     const uint32_t ui32Compact = compact.ui32High;
-    uint32_t ui32High = moveBits(ui32Compact, 7, 19, 24); // R0 and the upper bits of G0
-    ui32High |= moveBits(ui32Compact, 2, 17, 19);         // the lowest bit of G0 and the top bit of B0
-    ui32High |= moveBits(ui32Compact, 16, 1, 2);          // B0's other bits, to the upper bit of the distance index
-    ui32High |= moveBits(ui32Compact, 1, 0, 0);
+    uint32_t ui32High = moveEtcBits(ui32Compact, 7, 19, 24); // R0 and the upper bits of G0
+    ui32High |= moveEtcBits(ui32Compact, 2, 17, 19);         // the lowest bit of G0 and the top bit of B0
+    ui32High |= moveEtcBits(ui32Compact, 16, 1, 2);          // B0's other bits, to the upper bit of the distance index
+    ui32High |= moveEtcBits(ui32Compact, 1, 0, 0);
     ui32High = makeOverflow(preventOverflow(ui32High, k_uiRedByte), k_uiGreenByte);
     return {ui32High | (bOpaqueBit ? k_ui32EtcDiffBit : 0), compact.ui32Low};
 }
@@ -119,35 +103,14 @@ EtcBlockWords stuffH(const EtcBlockWords& compact, bool bOpaqueBit)
 EtcBlockWords stuffPlanar(const EtcBlockWords& compact, bool bOpaqueBit)
 {
     const uint32_t ui32Compact = compact.ui32High;
-    uint32_t ui32High = moveBits(ui32Compact, 7, 25, 24); // R O and the top bit of G O
-    ui32High |= moveBits(ui32Compact, 7, 18, 16);         // the rest of G O and the top bit of B O
-    ui32High |= moveBits(ui32Compact, 2, 16, 11);         // the next two bits of B O
-    ui32High |= moveBits(ui32Compact, 8, 8, 2);           // the rest of B O and R H but its lowest bit
-    ui32High |= moveBits(ui32Compact, 1, 7, 0);           // the lowest bit of R H
+    uint32_t ui32High = moveEtcBits(ui32Compact, 7, 25, 24); // R O and the top bit of G O
+    ui32High |= moveEtcBits(ui32Compact, 7, 18, 16);         // the rest of G O and the top bit of B O
+    ui32High |= moveEtcBits(ui32Compact, 2, 16, 11);         // the next two bits of B O
+    ui32High |= moveEtcBits(ui32Compact, 8, 8, 2);           // the rest of B O and R H but its lowest bit
+    ui32High |= moveEtcBits(ui32Compact, 1, 7, 0);           // the lowest bit of R H
     ui32High = preventOverflow(preventOverflow(ui32High, k_uiRedByte), k_uiGreenByte);
     ui32High = makeOverflow(ui32High, k_uiBlueByte) | (bOpaqueBit ? k_ui32EtcDiffBit : 0);
-    return {ui32High, moveBits(ui32Compact, 7, 0, 25) | compact.ui32Low >> 7};
-}
-
-EtcBlockWords compactT(const EtcBlockWords& words)
-{
-    const uint32_t ui32High = words.ui32High;
-    return {moveBits(ui32High, 2, 27, 25) | moveBits(ui32High, 24, 2, 1) | moveBits(ui32High, 1, 0, 0), words.ui32Low};
-}
-
-EtcBlockWords compactH(const EtcBlockWords& words)
-{
-    const uint32_t ui32High = words.ui32High;
-    return {moveBits(ui32High, 7, 24, 19) | moveBits(ui32High, 2, 19, 17) | moveBits(ui32High, 16, 2, 1) | moveBits(ui32High, 1, 0, 0),
-            words.ui32Low};
-}
-
-EtcBlockWords compactPlanar(const EtcBlockWords& words)
-{
-    const uint32_t ui32High = words.ui32High;
-    const uint32_t ui32Compact = moveBits(ui32High, 7, 24, 25) | moveBits(ui32High, 7, 16, 18) | moveBits(ui32High, 2, 11, 16) |
-                                 moveBits(ui32High, 8, 2, 8) | moveBits(ui32High, 1, 0, 7) | words.ui32Low >> 25;
-    return {ui32Compact, words.ui32Low << 7};
+    return {ui32High, moveEtcBits(ui32Compact, 7, 0, 25) | compact.ui32Low >> 7};
 }
 
 } // namespace moxtexture

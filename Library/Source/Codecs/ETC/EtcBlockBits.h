@@ -34,8 +34,16 @@ constexpr size_t k_uiEtcColourBlockBytes = 8;
 constexpr uint32_t k_ui32EtcDiffBit = 2;
 constexpr uint32_t k_ui32EtcFlipBit = 1;
 
+[[nodiscard]] inline uint32_t loadEtcWord(const uint8_t* pui8)
+{
+    return static_cast<uint32_t>(pui8[0]) << 24 | static_cast<uint32_t>(pui8[1]) << 16 | static_cast<uint32_t>(pui8[2]) << 8 | pui8[3];
+}
+
 /// Reads the 8 bytes of a colour block of a stream; no alignment needed.
-[[nodiscard]] EtcBlockWords loadEtcBlock(const uint8_t* pui8Block);
+[[nodiscard]] inline EtcBlockWords loadEtcBlock(const uint8_t* pui8Block)
+{
+    return {loadEtcWord(pui8Block), loadEtcWord(pui8Block + 4)};
+}
 
 /// Writes the 8 bytes of a colour block into a stream; no alignment needed.
 void storeEtcBlock(uint8_t* pui8Block, const EtcBlockWords& words);
@@ -112,9 +120,33 @@ struct EtcDifferentialLevels
 [[nodiscard]] EtcBlockWords stuffH(const EtcBlockWords& compact, bool bOpaqueBit = true);
 [[nodiscard]] EtcBlockWords stuffPlanar(const EtcBlockWords& compact, bool bOpaqueBit = true);
 
+/// A field moved within a word: uiCount bits (31 at most), from bit uiFrom up to bit uiTo up.
+[[nodiscard]] constexpr uint32_t moveEtcBits(uint32_t ui32Word, uint32_t uiCount, uint32_t uiFrom, uint32_t uiTo)
+{
+    return (ui32Word >> uiFrom & ((1u << uiCount) - 1)) << uiTo;
+}
+
 /// The compact form of a block that is known to be of the mode.
-[[nodiscard]] EtcBlockWords compactT(const EtcBlockWords& words);
-[[nodiscard]] EtcBlockWords compactH(const EtcBlockWords& words);
-[[nodiscard]] EtcBlockWords compactPlanar(const EtcBlockWords& words);
+[[nodiscard]] constexpr EtcBlockWords compactT(const EtcBlockWords& words)
+{
+    const uint32_t ui32High = words.ui32High;
+    return {moveEtcBits(ui32High, 2, 27, 25) | moveEtcBits(ui32High, 24, 2, 1) | moveEtcBits(ui32High, 1, 0, 0), words.ui32Low};
+}
+
+[[nodiscard]] constexpr EtcBlockWords compactH(const EtcBlockWords& words)
+{
+    const uint32_t ui32High = words.ui32High;
+    return {moveEtcBits(ui32High, 7, 24, 19) | moveEtcBits(ui32High, 2, 19, 17) | moveEtcBits(ui32High, 16, 2, 1) |
+                moveEtcBits(ui32High, 1, 0, 0),
+            words.ui32Low};
+}
+
+[[nodiscard]] constexpr EtcBlockWords compactPlanar(const EtcBlockWords& words)
+{
+    const uint32_t ui32High = words.ui32High;
+    const uint32_t ui32Compact = moveEtcBits(ui32High, 7, 24, 25) | moveEtcBits(ui32High, 7, 16, 18) | moveEtcBits(ui32High, 2, 11, 16) |
+                                 moveEtcBits(ui32High, 8, 2, 8) | moveEtcBits(ui32High, 1, 0, 7) | words.ui32Low >> 25;
+    return {ui32Compact, words.ui32Low << 7};
+}
 
 } // namespace moxtexture

@@ -26,71 +26,59 @@ void interleave(const EtcPixels& pixels, const EtcAlphas& alphas, uint8_t* pPatc
     }
 }
 
-void decodeRGB(const uint8_t* pBlock, uint8_t* pPatch)
+/// Decodes the blocks of a place into sixteen pixels in row order.
+template <uint32_t kFormat, bool kSigned>
+void decodePatch(const uint8_t* pBlocks, uint8_t* pPatch)
 {
-    etcDecodeBlockETC2(loadEtcBlock(pBlock), pPatch, 4, 0, 0);
-}
-
-void decodeRGBA(const uint8_t* pBlock, uint8_t* pPatch)
-{
-    const EtcAlphas alphas = decodeEtcAlphas(pBlock);
-    interleave(decodeEtcPixelsETC2(loadEtcBlock(pBlock + k_uiEacBlockBytes)), alphas, pPatch);
-}
-
-void decodeA1(const uint8_t* pBlock, uint8_t* pPatch)
-{
-    EtcAlphas alphas;
-    const EtcPixels pixels = decodeEtcPixelsA1(loadEtcBlock(pBlock), alphas);
-    interleave(pixels, alphas, pPatch);
-}
-
-/// A block a channel, one after the other, into pixels of kChannels words.
-template <size_t kChannels, bool kSigned>
-void decodeWords(const uint8_t* pBlocks, uint8_t* pPatch)
-{
-    for (size_t uiChannel = 0; uiChannel < kChannels; ++uiChannel)
+    if constexpr (kFormat == ePF_ETC2_RGB)
     {
-        const std::array<uint16_t, 16> values = decodeEacValues(pBlocks + uiChannel * k_uiEacBlockBytes, kSigned);
-        for (size_t i = 0; i < 16; ++i)
-            storeLE(pPatch + (i * kChannels + uiChannel) * sizeof(uint16_t), values[i]);
+        etcDecodeBlockETC2(loadEtcBlock(pBlocks), pPatch, 4, 0, 0);
+    }
+    else if constexpr (kFormat == ePF_ETC2_RGBA)
+    {
+        interleave(decodeEtcPixelsETC2(loadEtcBlock(pBlocks + k_uiEacBlockBytes)), decodeEtcAlphas(pBlocks), pPatch);
+    }
+    else if constexpr (kFormat == ePF_ETC2_RGB_A1)
+    {
+        EtcAlphas alphas;
+        const EtcPixels pixels = decodeEtcPixelsA1(loadEtcBlock(pBlocks), alphas);
+        interleave(pixels, alphas, pPatch);
+    }
+    else
+    {
+        // A block a channel, one after the other.
+        constexpr size_t kChannels = findEtcFormat(kFormat)->uiBlockBytes / k_uiEacBlockBytes;
+        for (size_t uiChannel = 0; uiChannel < kChannels; ++uiChannel)
+        {
+            const std::array<uint16_t, 16> values = decodeEacValues(pBlocks + uiChannel * k_uiEacBlockBytes, kSigned);
+            for (size_t i = 0; i < 16; ++i)
+                storeLE(pPatch + (i * kChannels + uiChannel) * sizeof(uint16_t), values[i]);
+        }
     }
 }
 
-/// A row by way of a patch of sixteen pixels a block.
-template <uint32_t kFormat, void (*kDecode)(const uint8_t*, uint8_t*)>
-void decodeRow(const EtcRowToDecode& row)
+struct RowDecoders
 {
-    constexpr EtcFormatRow kForm = *findEtcFormat(kFormat);
-    constexpr size_t kPatchRowBytes = 4 * kForm.uiPixelBytes;
-    for (size_t uiBlock = 0; uiBlock < row.uiBlockCount; ++uiBlock)
+    template <uint32_t kFormat, bool kSigned>
+    static void decodeRow(const EtcRowToDecode& row)
     {
-        uint8_t aui8Patch[4 * kPatchRowBytes];
-        kDecode(row.pBlocks + uiBlock * kForm.uiBlockBytes, aui8Patch);
-        for (size_t y = 0; y < 4; ++y)
-            std::memcpy(row.pPixels + y * row.uiPitch + uiBlock * kPatchRowBytes, aui8Patch + y * kPatchRowBytes, kPatchRowBytes);
+        constexpr EtcFormatRow kForm = *findEtcFormat(kFormat);
+        constexpr size_t kPatchRowBytes = 4 * kForm.uiPixelBytes;
+        for (size_t uiBlock = 0; uiBlock < row.uiBlockCount; ++uiBlock)
+        {
+            uint8_t aui8Patch[4 * kPatchRowBytes];
+            decodePatch<kFormat, kSigned>(row.pBlocks + uiBlock * kForm.uiBlockBytes, aui8Patch);
+            for (size_t y = 0; y < 4; ++y)
+                std::memcpy(row.pPixels + y * row.uiPitch + uiBlock * kPatchRowBytes, aui8Patch + y * kPatchRowBytes, kPatchRowBytes);
+        }
     }
-}
+};
 
 } // namespace
 
 EtcRowDecoder findEtcRowDecoderReference(uint32_t uiFormat, bool bSigned)
 {
-    switch (uiFormat)
-    {
-    case ePF_ETC1:
-    case ePF_ETC2_RGB:
-        return decodeRow<ePF_ETC2_RGB, decodeRGB>;
-    case ePF_ETC2_RGBA:
-        return decodeRow<ePF_ETC2_RGBA, decodeRGBA>;
-    case ePF_ETC2_RGB_A1:
-        return decodeRow<ePF_ETC2_RGB_A1, decodeA1>;
-    case ePF_EAC_R11:
-        return bSigned ? decodeRow<ePF_EAC_R11, decodeWords<1, true>> : decodeRow<ePF_EAC_R11, decodeWords<1, false>>;
-    case ePF_EAC_RG11:
-        return bSigned ? decodeRow<ePF_EAC_RG11, decodeWords<2, true>> : decodeRow<ePF_EAC_RG11, decodeWords<2, false>>;
-    default:
-        return nullptr;
-    }
+    return chooseEtcRowDecoder<RowDecoders>(uiFormat, bSigned);
 }
 
 } // namespace moxtexture

@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "Formats/PixelFormats.h"
+
 namespace moxtexture
 {
 
@@ -22,5 +24,28 @@ using EtcRowDecoder = void (*)(const EtcRowToDecode& row);
 /// @param bSigned  counts for EAC only
 [[nodiscard]] EtcRowDecoder findEtcRowDecoder(uint32_t uiFormat, bool bSigned);
 [[nodiscard]] EtcRowDecoder findEtcRowDecoderReference(uint32_t uiFormat, bool bSigned);
+
+/// Either of them.
+/// @tparam Decoders  has the routine of each format as a static member decodeRow<format, signed>
+template <class Decoders>
+[[nodiscard]] constexpr EtcRowDecoder chooseEtcRowDecoder(uint32_t uiFormat, bool bSigned)
+{
+    switch (uiFormat)
+    {
+    case ePF_ETC1: // on purpose: what overflows is T, H or planar here too
+    case ePF_ETC2_RGB:
+        return Decoders::template decodeRow<ePF_ETC2_RGB, false>;
+    case ePF_ETC2_RGBA:
+        return Decoders::template decodeRow<ePF_ETC2_RGBA, false>;
+    case ePF_ETC2_RGB_A1:
+        return Decoders::template decodeRow<ePF_ETC2_RGB_A1, false>;
+    case ePF_EAC_R11:
+        return bSigned ? Decoders::template decodeRow<ePF_EAC_R11, true> : Decoders::template decodeRow<ePF_EAC_R11, false>;
+    case ePF_EAC_RG11:
+        return bSigned ? Decoders::template decodeRow<ePF_EAC_RG11, true> : Decoders::template decodeRow<ePF_EAC_RG11, false>;
+    default:
+        return nullptr;
+    }
+}
 
 } // namespace moxtexture

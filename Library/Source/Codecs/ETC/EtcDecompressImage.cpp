@@ -80,7 +80,7 @@ uint32_t decompressImage(const uint8_t* pSource, uint8_t* pDestination, uint32_t
 uint32_t etcDecompressImage(const uint8_t* pSource, uint8_t* pDestination, uint32_t uiWidth, uint32_t uiHeight, uint32_t uiFormat,
                             bool bSigned)
 {
-    return decompressImage(pSource, pDestination, uiWidth, uiHeight, uiFormat, findEtcRowDecoderReference(uiFormat, bSigned));
+    return decompressImage(pSource, pDestination, uiWidth, uiHeight, uiFormat, findEtcRowDecoder(uiFormat, bSigned));
 }
 
 uint32_t etcDecompressImageReference(const uint8_t* pSource, uint8_t* pDestination, uint32_t uiWidth, uint32_t uiHeight, uint32_t uiFormat,
