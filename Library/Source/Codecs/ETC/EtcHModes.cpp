@@ -1,9 +1,9 @@
 #include "Codecs/ETC/EtcHModes.h"
 
+#include <algorithm>
 #include <utility>
 
-#include "Codecs/ETC/EtcErrors.h"
-#include "Codecs/ETC/EtcModePaints.h"
+#include "Codecs/ETC/EtcModeErrors.h"
 #include "Codecs/ETC/EtcTables.h"
 #include "Core/Diagnostics.h"
 
@@ -22,46 +22,18 @@ EtcModePaints paintsH(const EtcColourPair& levels, uint32_t uiDistance)
             offsetColour(second, -i32Distance)};
 }
 
-/// The nearest paint of each pixel.
-/// @param ui32Painted  the pixels, one bit each, that take uiFixedPaint and have no error; the others do without that paint
-EtcModeFit fitDistance(const EtcPixels& pixels, const EtcColourPair& levels, uint32_t uiDistance,
-                       const std::array<uint32_t, 3>& aui32Weights, uint32_t uiFixedPaint = 4, uint32_t ui32Painted = 0)
+/// The first distance of the least error; its indices are still to be found.
+EtcModeFit fitDistances(const EtcModeErrors& errors, const EtcColourPair& levels)
 {
-    const EtcModePaints paints = paintsH(levels, uiDistance);
-    EtcModeFit fit{levels, uiDistance, 0, 0};
-    for (size_t uiPixel = 0; uiPixel < 16; ++uiPixel)
-    {
-        uint32_t uiIndex = uiFixedPaint;
-        uint32_t ui32Least = 0;
-        if (!(ui32Painted >> uiPixel & 1))
-        {
-            ui32Least = k_uiEtcMaxPerceptualError;
-            for (uint32_t uiPaint = 0; uiPaint < 4; ++uiPaint)
-            {
-                const uint32_t ui32Error = paintError(pixels, uiPixel, paints[uiPaint], aui32Weights);
-                if (uiPaint != uiFixedPaint && ui32Error < ui32Least)
-                {
-                    ui32Least = ui32Error;
-                    uiIndex = uiPaint;
-                }
-            }
-        }
-        fit.uiError += ui32Least;
-        fit.ui32Indices |= uiIndex << uiPixel * 2;
-    }
-    return fit;
+    const auto* const pLeast = std::min_element(errors.aui32H.begin(), errors.aui32H.end());
+    return {levels, static_cast<uint32_t>(pLeast - errors.aui32H.begin()), 0, *pLeast};
 }
 
-EtcModeFit fitDistances(const EtcPixels& pixels, const EtcColourPair& levels, const std::array<uint32_t, 3>& aui32Weights)
+EtcModeFit fitDistances(const EtcPixels& pixels, const EtcColourPair& levels, bool bWeighted)
 {
-    EtcModeFit best = fitDistance(pixels, levels, 0, aui32Weights);
-    for (uint32_t uiDistance = 1; uiDistance < 8; ++uiDistance)
-    {
-        const EtcModeFit fit = fitDistance(pixels, levels, uiDistance, aui32Weights);
-        if (fit.uiError < best.uiError)
-            best = fit;
-    }
-    return best;
+    EtcModeFit fit = fitDistances(measureModes(pixels, levels, bWeighted), levels);
+    fit.ui32Indices = choosePaints(pixels, paintsH(levels, fit.uiDistance), bWeighted);
+    return fit;
 }
 
 } // namespace
@@ -84,12 +56,12 @@ EtcColourPair orderForH(const EtcColourPair& levels)
 
 EtcModeFit hBlockError(const EtcPixels& pixels, const EtcColourPair& levels)
 {
-    return fitDistances(pixels, levels, k_aui32EtcPlainWeights);
+    return fitDistances(pixels, levels, false);
 }
 
 EtcModeFit hBlockErrorWeighted(const EtcPixels& pixels, const EtcColourPair& levels)
 {
-    return fitDistances(pixels, levels, k_aui32EtcPerceptualWeights);
+    return fitDistances(pixels, levels, true);
 }
 
 EtcModeFit hBlockErrorA1(const EtcPixels& pixels, const EtcAlphas& alphas, const EtcColourPair& levels)
@@ -105,15 +77,10 @@ EtcModeFit hBlockErrorA1(const EtcPixels& pixels, const EtcAlphas& alphas, const
     }
 
     const uint32_t uiAscending = colourNumberH(levels[0]) < colourNumberH(levels[1]) ? 1 : 0;
-    EtcModeFit best{levels, 0, 0, k_uiEtcMaxPerceptualError};
-    for (uint32_t uiDistance = 0; uiDistance < 8; ++uiDistance)
-    {
-        const uint32_t uiTestPaint = 2 * ((uiDistance & 1) ^ uiAscending);
-        const EtcModeFit fit = fitDistance(pixels, levels, uiDistance, k_aui32EtcPlainWeights, uiTestPaint, ui32WithAlpha);
-        if (fit.uiError < best.uiError)
-            best = fit;
-    }
-    return best;
+    EtcModeFit fit = fitDistances(measureModesA1(pixels, alphas, levels), levels);
+    const uint32_t uiStoredAs2 = 2 * ((fit.uiDistance & 1) ^ uiAscending);
+    fit.ui32Indices = choosePaints(pixels, paintsH(levels, fit.uiDistance), false, uiStoredAs2, ui32WithAlpha);
+    return fit;
 }
 
 void settleHOrder(EtcModeFit& fit)

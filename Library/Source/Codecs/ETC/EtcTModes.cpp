@@ -1,9 +1,7 @@
 #include "Codecs/ETC/EtcTModes.h"
 
-#include <utility>
-
 #include "Codecs/ETC/EtcErrors.h"
-#include "Codecs/ETC/EtcModePaints.h"
+#include "Codecs/ETC/EtcModeErrors.h"
 #include "Codecs/ETC/EtcTables.h"
 
 namespace moxtexture
@@ -19,55 +17,34 @@ EtcModePaints paintsT(const EtcColourPair& levels, uint32_t uiDistance)
     return {expandLevels444(levels[0]), offsetColour(second, i32Distance), second, offsetColour(second, -i32Distance)};
 }
 
-/// Lowers `best` by the fits of two colours in one order.
-/// @param pAlphas  for punch-through, else null
-void lowerByOrder(const EtcPixels& pixels, const EtcAlphas* pAlphas, const EtcColourPair& levels,
-                  const std::array<uint32_t, 3>& aui32Weights, EtcModeFit& best)
+/// Lowers `best` to the first distance of one order whose error is less.
+void lowerByOrder(const std::array<uint32_t, 8>& aui32Errors, const EtcColourPair& levels, EtcModeFit& best)
 {
     for (uint32_t uiDistance = 0; uiDistance < 8; ++uiDistance)
-    {
-        const EtcModePaints paints = paintsT(levels, uiDistance);
-        EtcModeFit fit{levels, uiDistance, 0, 0};
-        for (size_t uiPixel = 0; uiPixel < 16; ++uiPixel)
-        {
-            uint32_t uiIndex = 2;
-            uint32_t ui32Least = 0;
-            if (!pAlphas || pAlphas->aui8[uiPixel] != 0)
-            {
-                ui32Least = k_uiEtcMaxPerceptualError;
-                for (uint32_t uiPaint = 0; uiPaint < 4; ++uiPaint)
-                {
-                    if (pAlphas && uiPaint == 2)
-                        continue;
-                    const uint32_t ui32Error = paintError(pixels, uiPixel, paints[uiPaint], aui32Weights);
-                    if (ui32Error < ui32Least)
-                    {
-                        ui32Least = ui32Error;
-                        uiIndex = uiPaint;
-                    }
-                }
-            }
-            fit.uiError += ui32Least;
-            fit.ui32Indices |= uiIndex << uiPixel * 2;
-        }
-        if (fit.uiError < best.uiError)
-            best = fit;
-    }
+        if (aui32Errors[uiDistance] < best.uiError)
+            best = {levels, uiDistance, 0, aui32Errors[uiDistance]};
 }
 
-EtcModeFit fitBothOrders(const EtcPixels& pixels, const EtcAlphas* pAlphas, const EtcColourPair& levels,
-                         const std::array<uint32_t, 3>& aui32Weights)
+EtcModeFit fitBothOrders(const EtcModeErrors& errors, const EtcColourPair& levels)
 {
     EtcModeFit best{levels, 0, 0, k_uiEtcMaxPerceptualError};
-    lowerByOrder(pixels, pAlphas, levels, aui32Weights, best);
-    lowerByOrder(pixels, pAlphas, {levels[1], levels[0]}, aui32Weights, best);
+    lowerByOrder(errors.aui32T, levels, best);
+    lowerByOrder(errors.aui32TSwapped, {levels[1], levels[0]}, best);
     return best;
 }
 
-EtcModeFit fitGivenOrder(const EtcPixels& pixels, const EtcColourPair& levels, const std::array<uint32_t, 3>& aui32Weights)
+EtcModeFit fitBothOrders(const EtcPixels& pixels, const EtcColourPair& levels, bool bWeighted)
+{
+    EtcModeFit best = fitBothOrders(measureModes(pixels, levels, bWeighted), levels);
+    best.ui32Indices = choosePaints(pixels, paintsT(best.levels, best.uiDistance), bWeighted);
+    return best;
+}
+
+EtcModeFit fitGivenOrder(const EtcPixels& pixels, const EtcColourPair& levels, bool bWeighted)
 {
     EtcModeFit best{levels, 0, 0, k_uiEtcMaxPerceptualError};
-    lowerByOrder(pixels, nullptr, levels, aui32Weights, best);
+    lowerByOrder(measureModes(pixels, levels, bWeighted).aui32T, levels, best);
+    best.ui32Indices = choosePaints(pixels, paintsT(levels, best.uiDistance), bWeighted);
     return best;
 }
 
@@ -75,27 +52,33 @@ EtcModeFit fitGivenOrder(const EtcPixels& pixels, const EtcColourPair& levels, c
 
 EtcModeFit tBlockError(const EtcPixels& pixels, const EtcColourPair& levels)
 {
-    return fitBothOrders(pixels, nullptr, levels, k_aui32EtcPlainWeights);
+    return fitBothOrders(pixels, levels, false);
 }
 
 EtcModeFit tBlockErrorWeighted(const EtcPixels& pixels, const EtcColourPair& levels)
 {
-    return fitBothOrders(pixels, nullptr, levels, k_aui32EtcPerceptualWeights);
+    return fitBothOrders(pixels, levels, true);
 }
 
 EtcModeFit tBlockErrorFixedOrder(const EtcPixels& pixels, const EtcColourPair& levels)
 {
-    return fitGivenOrder(pixels, levels, k_aui32EtcPlainWeights);
+    return fitGivenOrder(pixels, levels, false);
 }
 
 EtcModeFit tBlockErrorFixedOrderWeighted(const EtcPixels& pixels, const EtcColourPair& levels)
 {
-    return fitGivenOrder(pixels, levels, k_aui32EtcPerceptualWeights);
+    return fitGivenOrder(pixels, levels, true);
 }
 
 EtcModeFit tBlockErrorA1(const EtcPixels& pixels, const EtcAlphas& alphas, const EtcColourPair& levels)
 {
-    return fitBothOrders(pixels, &alphas, levels, k_aui32EtcPlainWeights);
+    constexpr uint32_t uiTransparent = 2;
+    uint32_t ui32Transparent = 0;
+    for (size_t uiPixel = 0; uiPixel < 16; ++uiPixel)
+        ui32Transparent |= (alphas.aui8[uiPixel] == 0 ? 1u : 0u) << uiPixel;
+    EtcModeFit best = fitBothOrders(measureModesA1(pixels, alphas, levels), levels);
+    best.ui32Indices = choosePaints(pixels, paintsT(best.levels, best.uiDistance), false, uiTransparent, ui32Transparent);
+    return best;
 }
 
 EtcBlockWords packT(const EtcModeFit& fit)
