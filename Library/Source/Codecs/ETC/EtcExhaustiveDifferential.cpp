@@ -1,174 +1,30 @@
 #include "Codecs/ETC/EtcExhaustiveDifferential.h"
 
 #include <algorithm>
-#include <array>
-#include <vector>
 
 #include "Codecs/ETC/EtcAverageCandidates.h"
-#include "Codecs/ETC/EtcTables.h"
+#include "Codecs/ETC/EtcExhaustiveHalves.h"
 
 namespace moxtexture
 {
 namespace
 {
 
-/// By table, pixel and modifier.
-using ExhaustiveTerms = std::array<std::array<std::array<uint32_t, 4>, 16>, 8>;
-/// Left, right, top, bottom.
-using HalfErrors = std::array<uint32_t, 4>;
-
-/// Place in the planes of the pixels in the order of the searches: quadrant by quadrant, in each x outer and y inner.
-inline size_t quadrantPixel(size_t uiPixel)
-{
-    const size_t uiQuadrant = uiPixel / 4;
-    const size_t x = uiQuadrant % 2 * 2 + uiPixel % 4 / 2;
-    const size_t y = uiQuadrant / 2 * 2 + uiPixel % 2;
-    return etcPixelIndex(x, y);
-}
-
-inline const std::array<uint8_t, 16>& planeOf(const EtcPixels& pixels, size_t uiChannel)
-{
-    return uiChannel == 0 ? pixels.aui8Red : uiChannel == 1 ? pixels.aui8Green : pixels.aui8Blue;
-}
-
-/// The squared errors of one channel at one base value, each added to what `before` has in its place.
-template <EEtcMeasure eMeasure>
-void addTerms(const EtcPixels& pixels, size_t uiChannel, uint32_t uiBase, const ExhaustiveTerms& before, ExhaustiveTerms& terms)
-{
-    for (size_t uiTable = 0; uiTable < 8; ++uiTable)
-        for (size_t uiPixel = 0; uiPixel < 16; ++uiPixel)
-            for (size_t uiModifier = 0; uiModifier < 4; ++uiModifier)
-            {
-                const int32_t iModifier = k_aaiEtcModifiers[uiTable][uiModifier];
-                const int32_t iCandidate = std::clamp(static_cast<int32_t>(uiBase) + iModifier, 0, 255);
-                const int32_t iDifference = planeOf(pixels, uiChannel)[quadrantPixel(uiPixel)] - iCandidate;
-                const uint32_t uiSquare = static_cast<uint32_t>(iDifference * iDifference);
-                terms[uiTable][uiPixel][uiModifier] =
-                    before[uiTable][uiPixel][uiModifier] + EtcMeasure<eMeasure>::k_auiWeights[uiChannel] * uiSquare;
-            }
-}
-
-/// What each half costs under one table.
-inline HalfErrors halfErrors(const ExhaustiveTerms& terms, size_t uiTable)
-{
-    uint32_t auiQuadrants[4] = {};
-    for (size_t uiPixel = 0; uiPixel < 16; ++uiPixel)
-    {
-        const auto& four = terms[uiTable][uiPixel];
-        auiQuadrants[uiPixel / 4] += *std::min_element(four.begin(), four.end());
-    }
-    return {auiQuadrants[0] + auiQuadrants[2], auiQuadrants[1] + auiQuadrants[3], auiQuadrants[0] + auiQuadrants[1],
-            auiQuadrants[2] + auiQuadrants[3]};
-}
-
-/// Whether any half comes below the bound under any table.
-inline bool isBelow(const ExhaustiveTerms& terms, uint32_t uiBound)
-{
-    for (size_t uiTable = 0; uiTable < 8; ++uiTable)
-        for (const uint32_t uiError : halfErrors(terms, uiTable))
-            if (uiError < uiBound)
-                return true;
-    return false;
-}
-
-/// What each half costs under its best table.
-inline HalfErrors allHalvesError(const ExhaustiveTerms& terms)
-{
-    HalfErrors least = halfErrors(terms, 0);
-    for (size_t uiTable = 1; uiTable < 8; ++uiTable)
-    {
-        const HalfErrors errors = halfErrors(terms, uiTable);
-        for (size_t uiHalf = 0; uiHalf < 4; ++uiHalf)
-            least[uiHalf] = std::min(least[uiHalf], errors[uiHalf]);
-    }
-    return least;
-}
-
-template <EEtcMeasure eMeasure>
-EtcBlockWords packHalves(const EtcPixels& pixels, const EtcColour& levels0, const EtcColour& levels1, bool bFlip)
-{
-    EtcColour bytes0, bytes1;
-    for (size_t i = 0; i < 3; ++i)
-    {
-        bytes0[i] = static_cast<uint8_t>(expandEtc5(levels0[i]));
-        bytes1[i] = static_cast<uint8_t>(expandEtc5(levels1[i]));
-    }
-    const auto fit0 = EtcMeasure<eMeasure>::fitHalf(pixels, bFlip ? eEtcTop : eEtcLeft, bytes0);
-    const auto fit1 = EtcMeasure<eMeasure>::fitHalf(pixels, bFlip ? eEtcBottom : eEtcRight, bytes1);
-    return packDifferential(levels0, levels1, bFlip, fit0.uiTable, fit1.uiTable, fit0.ui32Indices | fit1.ui32Indices);
-}
-
 template <EEtcMeasure eMeasure>
 uint32_t search(const EtcPixels& pixels, uint32_t uiBound, EtcBlockWords& words)
 {
-    constexpr size_t uiColours = size_t{32} * 32 * 32;
-    const EtcAverageCandidate seed = etcAverageDifferential<eMeasure>(pixels);
-    uint32_t uiBest = seed.uiError;
-    std::array<EtcColour, 2> best = {seed.levels[seed.bFlip ? 2 : 0], seed.levels[seed.bFlip ? 3 : 1]};
-    bool bFlip = eMeasure == EEtcMeasure::ePerceptual && seed.bFlip;
-    uiBound = std::min(uiBound, seed.uiError);
-
-    // By half and colour.
-    std::vector<std::vector<uint32_t>> tables(4, std::vector<uint32_t>(uiColours, EtcMeasure<eMeasure>::k_uiMaxError));
-    const ExhaustiveTerms none{};
-    ExhaustiveTerms red, redGreen, all;
-    for (uint32_t r = 0; r < 32; ++r)
-    {
-        addTerms<eMeasure>(pixels, 0, expandEtc5(r), none, red);
-        if (!isBelow(red, uiBound))
-            continue;
-        for (uint32_t g = 0; g < 32; ++g)
-        {
-            addTerms<eMeasure>(pixels, 1, expandEtc5(g), red, redGreen);
-            if (!isBelow(redGreen, uiBound))
-                continue;
-            for (uint32_t b = 0; b < 32; ++b)
-            {
-                addTerms<eMeasure>(pixels, 2, expandEtc5(b), redGreen, all);
-                const HalfErrors errors = allHalvesError(all);
-                for (size_t uiHalf = 0; uiHalf < 4; ++uiHalf)
-                    tables[uiHalf][(r * 32 + g) * 32 + b] = errors[uiHalf];
-            }
-        }
-    }
-
-    // The second level's range for a first one.
-    const auto from = [](uint32_t uiLevel) { return uiLevel < 4 ? 0 : uiLevel - 4; };
-    const auto to = [](uint32_t uiLevel) { return std::min<uint32_t>(uiLevel + 3, 31); };
-    const auto colourOf = [](uint32_t r, uint32_t g, uint32_t b) -> EtcColour {
-        return {static_cast<uint8_t>(r), static_cast<uint8_t>(g), static_cast<uint8_t>(b)};
-    };
-    for (uint32_t r1 = 0; r1 < 32; ++r1)
-        for (uint32_t g1 = 0; g1 < 32; ++g1)
-            for (uint32_t b1 = 0; b1 < 32; ++b1)
-            {
-                const uint32_t uiLeft = tables[0][(r1 * 32 + g1) * 32 + b1];
-                const uint32_t uiTop = tables[2][(r1 * 32 + g1) * 32 + b1];
-                if (uiLeft >= uiBound && uiTop >= uiBound)
-                    continue;
-                for (uint32_t r2 = from(r1); r2 <= to(r1); ++r2)
-                    for (uint32_t g2 = from(g1); g2 <= to(g1); ++g2)
-                        for (uint32_t b2 = from(b1); b2 <= to(b1); ++b2)
-                        {
-                            const uint32_t uiRows = uiTop + tables[3][(r2 * 32 + g2) * 32 + b2];
-                            const uint32_t uiColumns = uiLeft + tables[1][(r2 * 32 + g2) * 32 + b2];
-                            if (uiRows < uiBest)
-                            {
-                                uiBest = uiRows;
-                                if (eMeasure == EEtcMeasure::ePerceptual)
-                                    bFlip = true;
-                            }
-                            if (uiColumns < uiBest)
-                            {
-                                uiBest = uiColumns;
-                                best = {colourOf(r1, g1, b1), colourOf(r2, g2, b2)};
-                                bFlip = false;
-                            }
-                        }
-                uiBound = std::min(uiBound, uiBest);
-            }
-    words = packHalves<eMeasure>(pixels, best[0], best[1], bFlip);
-    return uiBest;
+    const EtcAverageCandidate start = etcAverageDifferential<eMeasure>(pixels);
+    EtcBestPair best;
+    best.levels0 = start.levels[start.bFlip ? eEtcTop : eEtcLeft];
+    best.levels1 = start.levels[start.bFlip ? eEtcBottom : eEtcRight];
+    // On purpose: in the plain form the colours of top and bottom go into a block of left and right.
+    best.bFlip = eMeasure == EEtcMeasure::ePerceptual && start.bFlip;
+    best.uiError = start.uiError;
+    uiBound = std::min(uiBound, start.uiError);
+    if (uiBound > 0) // nothing is below 0
+        improvePair<eMeasure>(pixels, uiBound, best);
+    words = packEtcHalves<eMeasure>(pixels, k_EtcDifferential, best.levels0, best.levels1, best.bFlip);
+    return best.uiError;
 }
 
 } // namespace
