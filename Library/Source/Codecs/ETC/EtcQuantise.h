@@ -48,6 +48,12 @@ struct EtcQuantised
 [[nodiscard]] EtcQuantised quantiseCombined444Perceptual(const EtcMean& mean);
 [[nodiscard]] EtcQuantised quantiseCombined555Perceptual(const EtcMean& mean);
 
+/// The weights of the perceptual forms, of the squared differences between red and green, red and blue, green and blue.
+inline constexpr float k_afEtcHueWeights[3] = {0.175513f, 0.034086f, 0.066918f};
+
+/// The limit of quantiseCombined444: the sum of the squared errors of the low levels above which grey goes up.
+constexpr float k_fEtcGreyLimit = 192.0f;
+
 /// Whether the second colour lies within reach of a differential block's offsets from the first, -4 to 3 in each channel.
 /// @param levels0, levels1  of 5 bits
 [[nodiscard]] bool isEtcDifferential(const EtcColour& levels0, const EtcColour& levels1);
