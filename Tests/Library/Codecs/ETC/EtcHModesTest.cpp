@@ -1,0 +1,226 @@
+#include "Codecs/ETC/EtcHModes.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "Codecs/ETC/EtcDecodeA1.h"
+#include "Codecs/ETC/EtcDecodeBlock.h"
+#include "Codecs/ETC/EtcErrors.h"
+#include "Core/Diagnostics.h"
+#include "EtcModeTests.h"
+#include "EtcTestBlocks.h"
+#include "ReferenceEtcHModes.h"
+#include "Support/EveryInstructionSet.h"
+
+using namespace moxtexture;
+using namespace etctest;
+
+namespace
+{
+
+std::vector<std::string> g_remarks;
+
+/// Gathers the library's remarks while it lives.
+class CRemarks
+{
+public:
+    CRemarks()
+    {
+        g_remarks.clear();
+        setDiagnosticsHook([](const char* pszText) { g_remarks.emplace_back(pszText); });
+    }
+    ~CRemarks() { setDiagnosticsHook(nullptr); }
+};
+
+EtcColourPair numbers(uint32_t uiFirst, uint32_t uiSecond)
+{
+    return {colourOfNumberH(uiFirst), colourOfNumberH(uiSecond)};
+}
+
+} // namespace
+
+TEST(EtcHModes, ColoursAreOrderedByTheir12BitNumbers)
+{
+    EXPECT_EQ(orderForH(numbers(0x123, 0x124)), numbers(0x123, 0x124));
+    EXPECT_EQ(orderForH(numbers(0x200, 0x1FF)), numbers(0x1FF, 0x200));
+}
+
+TEST(EtcHModes, EqualColoursArePartedByOne)
+{
+    EXPECT_EQ(orderForH(numbers(0x888, 0x888)), numbers(0x887, 0x888));
+    EXPECT_EQ(orderForH(numbers(0x100, 0x100)), numbers(0x0FF, 0x100));
+    EXPECT_EQ(orderForH(numbers(0xFFF, 0xFFF)), numbers(0xFFE, 0xFFF));
+    EXPECT_EQ(orderForH(numbers(0, 0)), numbers(0, 1));
+}
+
+TEST(EtcHModes, ABlackBlockHasTheColours0And1)
+{
+    // Paint 1 is 0 - 3, clamped to 0: no error. The distance index 0 is even, as the ascending order says.
+    forEachInstructionSet(
+        [&]
+        {
+            EtcBlockWords compact;
+            EXPECT_EQ(hFast(flatEtcBlock(0, 0, 0), compact), 0u);
+            EXPECT_EQ(compact, (EtcBlockWords{1u << 2, 0x0000FFFF}));
+        });
+}
+
+TEST(EtcHModes, AnExactBlockIsFound)
+{
+    // Levels 4 and 8 are 68 and 136, and distance index 3 is 16.
+    const EtcPixels block = rowsOfGreys({84, 52, 152, 120});
+    forEachInstructionSet([&] { expectFit(hBlockError(block, greyLevels(4, 8)), {greyLevels(4, 8), 3, 0xE4E4E4E4, 0}); });
+}
+
+TEST(EtcHModes, EqualErrorsKeepTheFirstPaintAndDistance)
+{
+    // All paints are 1 off by some distance; level 0 clamps to 0 at every distance, and paint 1 comes before paint 3.
+    forEachInstructionSet([&] { expectFit(hBlockError(flatEtcBlock(0, 0, 0), greyLevels(0, 0)), {greyLevels(0, 0), 0, 0x55555555, 0}); });
+}
+
+TEST(EtcHModes, WeightsAre299And587And114)
+{
+    // Level 8 less 3 is 133. One pixel off by 1, 2 and 3: 1 + 4 + 9 plain, 299 + 587 * 4 + 114 * 9 = 3673 weighted.
+    EtcPixels block = flatEtcBlock(133, 133, 133);
+    block.aui8Red[5] = 132;
+    block.aui8Green[5] = 131;
+    block.aui8Blue[5] = 130;
+    forEachInstructionSet(
+        [&]
+        {
+            EXPECT_EQ(hBlockError(block, greyLevels(8, 15)).uiError, 14u);
+            EXPECT_EQ(hBlockErrorWeighted(block, greyLevels(8, 15)).uiError, 3673u);
+        });
+}
+
+TEST(EtcHModes, AnOddDistanceTurnsAscendingColoursRound)
+{
+    EtcModeFit fit{numbers(0x123, 0x456), 5, 0xE4E4E4E4, 7};
+    settleHOrder(fit);
+    expectFit(fit, {numbers(0x456, 0x123), 5, 0x4E4E4E4E, 7}); // paints 0, 1, 2, 3 become 2, 3, 0, 1
+    settleHOrder(fit);
+    expectFit(fit, {numbers(0x456, 0x123), 5, 0x4E4E4E4E, 7});
+    fit.uiDistance = 4;
+    settleHOrder(fit);
+    expectFit(fit, {numbers(0x123, 0x456), 4, 0xE4E4E4E4, 7});
+    settleHOrder(fit);
+    expectFit(fit, {numbers(0x123, 0x456), 4, 0xE4E4E4E4, 7});
+}
+
+TEST(EtcHModes, PackingLeavesTheLowBitOfTheDistanceOut)
+{
+    EtcModeFit fit;
+    fit.levels = numbers(0x123, 0x456);
+    fit.uiDistance = 5;
+    fit.ui32Indices = 2u << 2 | 1u << 8; // pixel (1, 0) has index 2, pixel (0, 1) index 1
+    // 0x123456 * 4 + 2
+    EXPECT_EQ(packH(fit), (EtcBlockWords{0x48D15A, 0x00100002}));
+}
+
+TEST(EtcHModes, TheErrorIsThatOfTheDecodedBlock)
+{
+    for (const EtcPixels& block : makeEtcTestBlocks(21, 4500))
+    {
+        EtcBlockWords compact;
+        const uint32_t uiError = hFast(block, compact);
+        ASSERT_EQ(blockErrorRGB(block, decodeEtcPixelsH(compact)), uiError);
+        const uint32_t uiWeighted = hFastPerceptual(block, compact);
+        ASSERT_NEAR(1000.0 * blockErrorPerceptual(block, decodeEtcPixelsH(compact)), uiWeighted, 1e-3);
+    }
+}
+
+TEST(EtcHModesA1, APixelWithAlphaTakesTheStoredIndex2WithoutError)
+{
+    // On purpose the reverse of T mode. All pixels have alpha: no error at the first distance, 3, whose left out paint is number 2 as
+    // the colours ascend.
+    EtcAlphas alphas;
+    alphas.aui8.fill(255);
+    const EtcPixels block = flatEtcBlock(10, 20, 30);
+    forEachInstructionSet([&] { expectFit(hBlockErrorA1(block, alphas, greyLevels(4, 8)), {greyLevels(4, 8), 0, 0xAAAAAAAA, 0}); });
+    // Descending colours leave number 0 out, which settling turns to 2.
+    forEachInstructionSet(
+        [&]
+        {
+            EtcModeFit fit = hBlockErrorA1(block, alphas, greyLevels(8, 4));
+            expectFit(fit, {greyLevels(8, 4), 0, 0x00000000, 0});
+            settleHOrder(fit);
+            expectFit(fit, {greyLevels(4, 8), 0, 0xAAAAAAAA, 0});
+        });
+}
+
+TEST(EtcHModesA1, APixelOfAlpha0ChoosesAmongTheOtherPaints)
+{
+    // Levels 4 and 8 are 68 and 136. 152 is level 8 plus 16, which is left out at the even distance indices; at index 3 (16), where the
+    // first colour's sum is left out, it is exact. The pixels at 52 and 120 are 68 - 16 and 136 - 16.
+    EtcAlphas alphas;
+    alphas.aui8.fill(0);
+    alphas.aui8[0] = 255;
+    const EtcPixels block = rowsOfGreys({52, 152, 120, 120});
+    forEachInstructionSet(
+        [&]
+        {
+            EtcModeFit fit = hBlockErrorA1(block, alphas, greyLevels(4, 8));
+            expectFit(fit, {greyLevels(4, 8), 3, 0xF9F9F9F8, 0});
+            settleHOrder(fit); // 0 becomes 2, as the stored index of pixel 0 must be
+            expectFit(fit, {greyLevels(8, 4), 3, 0x53535352, 0});
+        });
+}
+
+TEST(EtcHModesA1, AnAlphaBetween0And255IsToldOncePerPixel)
+{
+    const CRemarks remarks;
+    EtcAlphas alphas;
+    alphas.aui8.fill(255);
+    alphas.aui8[3] = 0;
+    static_cast<void>(hBlockErrorA1(flatEtcBlock(1, 2, 3), alphas, greyLevels(4, 8)));
+    EXPECT_TRUE(g_remarks.empty());
+    alphas.aui8[7] = 1;
+    alphas.aui8[8] = 254;
+    static_cast<void>(hBlockErrorA1(flatEtcBlock(1, 2, 3), alphas, greyLevels(4, 8)));
+    EXPECT_EQ(g_remarks, std::vector<std::string>(2, "INVALID ALPHA DATA!!\n"));
+}
+
+TEST(EtcHModesA1, APixelWithAlphaIsStoredAsTransparent)
+{
+    const std::vector<EtcPixels> blocks = makeEtcTestBlocks(22, 900);
+    testsupport::CSeededRandom random(4);
+    for (const EtcPixels& block : blocks)
+    {
+        EtcAlphas alphas;
+        for (uint8_t& ui8Alpha : alphas.aui8)
+            ui8Alpha = random.below(2) == 0 ? 0 : 255;
+        EtcModeFit fit = hBlockErrorA1(block, alphas, orderForH(quantise444Pair(lbgHalfIntensity(block))));
+        settleHOrder(fit);
+        EtcAlphas decodedAlphas;
+        static_cast<void>(decodeEtcPixelsA1H(packH(fit), decodedAlphas));
+        for (size_t i = 0; i < 16; ++i)
+            ASSERT_EQ(decodedAlphas.aui8[i], 255 - alphas.aui8[i]);
+    }
+}
+
+TEST(EtcHModes, GiveTheReferenceFitsOnEveryKindOfBlock)
+{
+    const std::vector<EtcPixels> blocks = makeEtcTestBlocks(23, 9000);
+    expectReferenceFits(blocks, hBlockError, etcreference::hBlockError);
+    expectReferenceFits(blocks, hBlockErrorWeighted, etcreference::hBlockErrorWeighted);
+    const std::vector<EtcAlphas> alphas = makeEtcTestAlphas(24, 9000);
+    expectReferenceFitsA1(blocks, alphas, hBlockErrorA1, etcreference::hBlockErrorA1);
+}
+
+TEST(EtcHModes, GiveTheReferenceBlocksOnEveryKindOfBlock)
+{
+    const std::vector<EtcPixels> blocks = makeEtcTestBlocks(25, 9000);
+    expectReferenceBlocks(blocks, hFast, etcreference::hFast);
+    expectReferenceBlocks(blocks, hFastPerceptual, etcreference::hFastPerceptual);
+    std::vector<EtcBlockWords> expected;
+    for (const EtcPixels& block : blocks)
+        expected.push_back(etcreference::hRefine(block));
+    forEachInstructionSet(
+        [&]
+        {
+            for (size_t i = 0; i < blocks.size(); ++i)
+                ASSERT_EQ(hRefine(blocks[i]), expected[i]) << "block " << i;
+        });
+}
