@@ -53,14 +53,14 @@ TEST(EtcExhaustivePlanar, FindsTheFirstLeastBlockOfAllCodewords)
 
 TEST(EtcExhaustivePlanar, FindsTheFirstLeastBlockByWeightedErrors)
 {
-    for (const EtcPixels& pixels : etctest::makeEtcTestBlocks(812, 600))
+    for (const EtcPixels& pixels : etctest::makeEtcTestBlocks(812, 400))
         ASSERT_NO_FATAL_FAILURE(expectReference(pixels, k_uiEtcMaxPerceptualError, fitErrors(pixels), true));
 }
 
 TEST(EtcExhaustivePlanar, FindsWhatABoundOfTheWholeBlockLeaves)
 {
     testsupport::CSeededRandom random(813);
-    for (const EtcPixels& pixels : etctest::makeEtcTestBlocks(814, 1000))
+    for (const EtcPixels& pixels : etctest::makeEtcTestBlocks(814, 500))
     {
         const std::array<uint32_t, 3> errors = fitErrors(pixels);
         const uint32_t uiMost = std::max({errors[0], errors[1], errors[2]});

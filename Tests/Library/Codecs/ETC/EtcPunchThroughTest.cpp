@@ -176,20 +176,28 @@ TEST(EtcPunchThrough, TransparentPixelsHardlyCountInTheMeans)
     EXPECT_EQ(15u * 3, found.uiError);           // 99 in place of 100
 }
 
-TEST(EtcPunchThrough, TheSecondColourIsBroughtWithinReachOfTheFirst)
+/// A grey block with one value in the left half and another in the right.
+EtcPixels greyHalves(uint8_t ui8Left, uint8_t ui8Right)
 {
-    // Black left of white: levels 0 and 31, difference 3 at the most. White left of black: 31 and 0, difference -4 at the most.
-    EtcPixels pixels = etctest::flatEtcBlock(0, 0, 0);
+    EtcPixels pixels = etctest::flatEtcBlock(ui8Left, ui8Left, ui8Left);
     for (size_t i = 0; i < 16; ++i)
         if (i % 4 >= 2)
-            pixels.aui8Red[i] = pixels.aui8Green[i] = pixels.aui8Blue[i] = 255;
-    EtcDifferentialA1 found = differentialBlockA1(pixels, flatAlphas(255), false);
-    EXPECT_EQ(0x03030302u, found.block.ui32High & 0xFFFFFF03u);
+            pixels.aui8Red[i] = pixels.aui8Green[i] = pixels.aui8Blue[i] = ui8Right;
+    return pixels;
+}
 
-    for (std::array<uint8_t, 16>* const pPlane : {&pixels.aui8Red, &pixels.aui8Green, &pixels.aui8Blue})
-        std::reverse(pPlane->begin(), pPlane->end());
-    found = differentialBlockA1(pixels, flatAlphas(255), false);
-    EXPECT_EQ(0xFCFCFC02u, found.block.ui32High & 0xFFFFFF03u); // 31 << 3 | 4
+TEST(EtcPunchThrough, TheSecondColourIsBroughtWithinReachOfTheFirst)
+{
+    // 0 is level 0 and 41 (41 / 8.225806 is 4.98) level 4, which becomes 3. That is 24, and with table 1 24 + 17 is 41. The first half
+    // is exact with table 0: 0 - 8 is clamped to 0.
+    EtcDifferentialA1 found = differentialBlockA1(greyHalves(0, 41), flatAlphas(255), false);
+    EXPECT_EQ(0x03030306u, found.block.ui32High);
+    EXPECT_EQ(0u, found.uiError);
+
+    // 255 is level 31 and 205 (24.9) level 24, which becomes 27. That is 222, and 222 - 17 is 205.
+    found = differentialBlockA1(greyHalves(255, 205), flatAlphas(255), false);
+    EXPECT_EQ(0xFCFCFC06u, found.block.ui32High); // 31 << 3 | 4
+    EXPECT_EQ(0u, found.uiError);
 }
 
 TEST(EtcPunchThrough, AnAlphaOf128IsNeitherTransparentNorMeasured)

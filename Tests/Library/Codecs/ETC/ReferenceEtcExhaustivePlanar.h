@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <vector>
 
 #include "ReferenceEtcPlanarFit.h"
 
@@ -17,12 +18,12 @@ inline int planarByte(int iLevel, int iBits)
     return iBits == 6 ? iLevel << 2 | iLevel >> 4 : iLevel << 1 | iLevel >> 6;
 }
 
-inline uint64_t planarPixelError(const std::array<uint8_t, 16>& values, int x, int y, int o, int h, int v, uint32_t uiWeight)
+inline int64_t planarPixelError(const std::array<uint8_t, 16>& values, int x, int y, int o, int h, int v, uint32_t uiWeight)
 {
     const int iSum = x * (h - o) + y * (v - o) + 4 * o + 2;
     const int iDecoded = std::min(std::max(iSum >> 2, 0), 255);
     const int iDifference = iDecoded - values[static_cast<size_t>(y * 4 + x)];
-    return static_cast<uint64_t>(iDifference * iDifference) * uiWeight;
+    return int64_t{iDifference * iDifference} * uiWeight;
 }
 
 /// The first least error at or under the bound, in the order of the loops; nothing if all are above it.
@@ -30,31 +31,41 @@ inline std::optional<std::array<uint32_t, 3>> searchPlanarChannel(const std::arr
                                                                   uint64_t ui64Bound)
 {
     std::optional<std::array<uint32_t, 3>> best;
-    uint64_t ui64Best = UINT64_MAX;
+    // The greatest error that is still taken: the bound, then one less than the best.
+    int64_t i64Limit = static_cast<int64_t>(ui64Bound);
     for (int iOrigin = 0; iOrigin < 1 << iBits; ++iOrigin)
+    {
+        const int o = planarByte(iOrigin, iBits);
+        // The pixels below the first, by the vertical level.
+        std::vector<int64_t> columns;
+        for (int iVertical = 0; iVertical < 1 << iBits; ++iVertical)
+        {
+            columns.push_back(0);
+            for (int y = 1; y < 4; ++y)
+                columns.back() += planarPixelError(values, 0, y, o, 0, planarByte(iVertical, iBits), uiWeight);
+        }
         for (int iHorizontal = 0; iHorizontal < 1 << iBits; ++iHorizontal)
         {
-            const int o = planarByte(iOrigin, iBits);
             const int h = planarByte(iHorizontal, iBits);
-            uint64_t ui64Row = 0;
-            for (int x = 0; x < 4; ++x)
-                ui64Row += planarPixelError(values, x, 0, o, h, 0, uiWeight);
-            if (ui64Row > ui64Bound)
+            int64_t i64Row = 0;
+            for (int x = 0; x < 4 && i64Row <= i64Limit; ++x)
+                i64Row += planarPixelError(values, x, 0, o, h, 0, uiWeight);
+            if (i64Row > i64Limit)
                 continue;
             for (int iVertical = 0; iVertical < 1 << iBits; ++iVertical)
             {
-                const int v = planarByte(iVertical, iBits);
-                uint64_t ui64Error = ui64Row;
-                for (int y = 1; y < 4 && ui64Error <= ui64Bound; ++y)
-                    for (int x = 0; x < 4; ++x)
-                        ui64Error += planarPixelError(values, x, y, o, h, v, uiWeight);
-                if (ui64Error <= ui64Bound && ui64Error < ui64Best)
+                int64_t i64Error = i64Row + columns[static_cast<size_t>(iVertical)];
+                for (int y = 1; y < 4 && i64Error <= i64Limit; ++y)
+                    for (int x = 1; x < 4; ++x)
+                        i64Error += planarPixelError(values, x, y, o, h, planarByte(iVertical, iBits), uiWeight);
+                if (i64Error <= i64Limit)
                 {
-                    ui64Best = ui64Error;
+                    i64Limit = i64Error - 1;
                     best = {static_cast<uint32_t>(iOrigin), static_cast<uint32_t>(iHorizontal), static_cast<uint32_t>(iVertical)};
                 }
             }
         }
+    }
     return best;
 }
 
