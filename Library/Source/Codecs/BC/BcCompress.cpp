@@ -7,6 +7,7 @@
 #include "Codecs/BC/BcBlockRow.h"
 #include "Codecs/BC/BcCompressBlock.h"
 #include "Core/Bits.h"
+#include "Core/BlockPadding.h"
 
 namespace moxtexture
 {
@@ -20,15 +21,6 @@ struct RowEncoders
     decltype(&bcAlphaRow) encodeAlpha;
     decltype(&bcColourRow) encodeColours;
 };
-
-/// The place that position uiPosition of a side takes its pixels from.
-uint64_t getPaddingSource(uint64_t uiPosition, uint64_t uiSize, uint64_t uiPaddedSize)
-{
-    if (uiPosition < uiSize)
-        return uiPosition;
-    // Only a side of one pixel is shorter than its padding, and would reach before its start.
-    return uiPosition + uiSize >= uiPaddedSize ? uiPosition + uiSize - uiPaddedSize : 0;
-}
 
 /// Gives the pixels of each row of blocks, padded to whole blocks.
 class CPaddedRows
