@@ -1,173 +1,108 @@
 #include "Codecs/ETC/EtcAlphaBlock.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdlib>
-#include <vector>
+#include <cstring>
 
+#include "Codecs/ETC/EacBlock.h"
+#include "Codecs/ETC/EtcAlphaSearch.h"
 #include "Codecs/ETC/EtcTables.h"
 
 namespace moxtexture
 {
+
 namespace
 {
 
-int32_t clampAlpha(int32_t iValue)
+EtcStoredAlphas putInStoredOrder(const EtcAlphas& alphas)
 {
-    return std::clamp(iValue, 0, 255);
-}
-
-struct AlphaChoice
-{
-    int32_t iBase = 128;
-    int32_t iRow = -3;
-    int32_t iSum = 1000000000;
-};
-
-struct AlphaScans
-{
-    int32_t iLowEnd; ///< the scan for pixels at or below the base tries the indices before this
-    int32_t iScales[3];
-    int32_t iFirstReach; ///< bases to either side of the mean, at the first scale
-    int32_t iLaterSteps; ///< steps to either side of the best base, at the later scales
-};
-
-int32_t squareOf(int32_t iValue)
-{
-    return iValue * iValue;
-}
-
-/// The least square of one pixel by the scan that its side of the base takes.
-int32_t scanPixel(int32_t iPixel, int32_t iBase, const std::array<int32_t, 8>& row, int32_t iLowEnd)
-{
-    int32_t iBest = 1000000000;
-    if (iPixel <= iBase)
-    {
-        for (int32_t k = 0; k < iLowEnd; ++k)
-        {
-            const int32_t iSquare = squareOf(clampAlpha(iBase + row[static_cast<size_t>(k)]) - iPixel);
-            if (iSquare >= iBest)
-                break;
-            iBest = iSquare;
-        }
-    }
-    else
-    {
-        for (int32_t k = 7; k >= 4; --k)
-        {
-            const int32_t iSquare = squareOf(clampAlpha(iBase + row[static_cast<size_t>(k)]) - iPixel);
-            if (iSquare > iBest)
-                break;
-            iBest = iSquare;
-        }
-    }
-    return iBest;
-}
-
-void tryAlphaRow(const EtcAlphas& alphas, int32_t iRow, int32_t iMean, const AlphaScans& scans, AlphaChoice& best)
-{
-    const std::array<int32_t, 8>& row = alphaModifierTable[static_cast<size_t>(iRow)];
-    int32_t iPreviousBase = iMean;
-    int32_t iRowBest = 1000000000;
-    for (size_t uiScale = 0; uiScale < 3; ++uiScale)
-    {
-        const int32_t iScale = scans.iScales[uiScale];
-        const int32_t iCentre = uiScale == 0 ? iMean : iPreviousBase;
-        const int32_t iReach = uiScale == 0 ? scans.iFirstReach : scans.iLaterSteps * iScale;
-        const int32_t iStart = clampAlpha(iCentre - iReach);
-        const int32_t iEnd = clampAlpha(iCentre + iReach);
-        for (int32_t iBase = iStart; iBase <= iEnd; iBase += iScale)
-        {
-            int32_t iSum = 0;
-            bool bLeft = false;
-            for (size_t x = 0; x < 4 && !bLeft; ++x)
-                for (size_t y = 0; y < 4 && !bLeft; ++y)
-                {
-                    iSum += scanPixel(alphas.aui8[y * 4 + x], iBase, row, scans.iLowEnd);
-                    bLeft = iSum > best.iSum;
-                }
-            if (iSum < iRowBest)
-            {
-                iRowBest = iSum;
-                iPreviousBase = iBase;
-            }
-            if (iSum < best.iSum)
-                best = {iBase, iRow, iSum};
-        }
-    }
-}
-
-int32_t meanAlpha(const EtcAlphas& alphas)
-{
-    int32_t iSum = 0;
-    for (const uint8_t ui8Alpha : alphas.aui8)
-        iSum += ui8Alpha;
-    return static_cast<int32_t>(static_cast<float>(iSum) * 0.0625f + 0.5f);
-}
-
-void writeAlphaBlock(const EtcAlphas& alphas, const AlphaChoice& best, uint8_t* pui8Destination)
-{
-    pui8Destination[0] = static_cast<uint8_t>(best.iBase);
-    pui8Destination[1] = static_cast<uint8_t>(best.iRow);
-    std::fill(pui8Destination + 2, pui8Destination + 8, uint8_t{0});
-    uint32_t uiBit = 0;
+    EtcStoredAlphas stored;
     for (size_t x = 0; x < 4; ++x)
         for (size_t y = 0; y < 4; ++y)
+            stored[x * 4 + y] = alphas.aui8[etcPixelIndex(x, y)];
+    return stored;
+}
+
+int32_t getRoundedMean(const EtcStoredAlphas& alphas)
+{
+    int32_t iSum = 0;
+    for (const uint8_t ui8Alpha : alphas)
+        iSum += ui8Alpha;
+    return (iSum + 8) >> 4;
+}
+
+bool isFlat(const EtcAlphas& alphas)
+{
+    // The same bytes in all places are the same bytes one place on.
+    return std::memcmp(alphas.aui8.data(), alphas.aui8.data() + 1, alphas.aui8.size() - 1) == 0;
+}
+
+/// The first of the nearest values, for each pixel.
+std::array<uint8_t, 16> findIndices(const EtcStoredAlphas& alphas, const EtcAlphaChoice& choice)
+{
+    std::array<uint8_t, 16> indices{};
+    std::array<uint8_t, 16> leasts;
+    leasts.fill(255);
+    for (uint8_t k = 0; k < 8; ++k)
+    {
+        const auto ui8Value = static_cast<uint8_t>(std::clamp(choice.iBase + alphaModifierTable[choice.uiRow][k], 0, 255));
+        for (size_t i = 0; i < 16; ++i)
         {
-            int32_t iLeast = 1000000;
-            uint32_t uiIndex = 0;
-            for (uint32_t k = 0; k < 8; ++k)
-            {
-                const int32_t iModifier = alphaModifierTable[static_cast<size_t>(best.iRow)][k];
-                const int32_t iSquare = squareOf(clampAlpha(best.iBase + iModifier) - alphas.aui8[y * 4 + x]);
-                if (iSquare < iLeast)
-                {
-                    iLeast = iSquare;
-                    uiIndex = k;
-                }
-            }
-            for (uint32_t i = 0; i < 3; ++i, ++uiBit)
-                if ((uiIndex >> (2 - i) & 1) != 0)
-                    pui8Destination[2 + uiBit / 8] = static_cast<uint8_t>(pui8Destination[2 + uiBit / 8] | 0x80u >> uiBit % 8);
+            const auto ui8Distance = static_cast<uint8_t>(std::max(ui8Value, alphas[i]) - std::min(ui8Value, alphas[i]));
+            indices[i] = ui8Distance < leasts[i] ? k : indices[i];
+            leasts[i] = std::min(leasts[i], ui8Distance);
         }
+    }
+    return indices;
 }
 
-AlphaChoice searchAlphaFast(const EtcAlphas& alphas)
+void writeBlock(const EtcStoredAlphas& alphas, const EtcAlphaChoice& choice, uint8_t* pui8Destination)
 {
-    constexpr AlphaScans scans = {4, {16, 4, 1}, 64, 2};
-    const int32_t iMean = meanAlpha(alphas);
-    int32_t iMaxDistance = -2;
-    for (const uint8_t ui8Alpha : alphas.aui8)
-        iMaxDistance = std::max(iMaxDistance, std::abs(iMean - ui8Alpha));
-    const int32_t iApproximateRow = std::min(iMaxDistance * 255 / 160 - 4, 255);
-    const int32_t iStart = std::max(iApproximateRow - 15, 0);
-    const int32_t iEnd = std::clamp(iApproximateRow + 15, 0, 255);
-    AlphaChoice best;
-    for (int32_t iRow = iStart; iRow < iEnd && best.iSum > 0; ++iRow)
-        tryAlphaRow(alphas, iRow, iMean, scans, best);
-    return best;
+    pui8Destination[0] = static_cast<uint8_t>(choice.iBase);
+    pui8Destination[1] = static_cast<uint8_t>(choice.uiRow);
+    writeEacIndices(pui8Destination, findIndices(alphas, choice));
 }
 
-AlphaChoice searchAlphaThorough(const EtcAlphas& alphas)
+/// The rows round the one whose farthest modifier is about the greatest distance from the mean.
+EtcAlphaScales getFastScales(const EtcStoredAlphas& alphas, int32_t iMean)
 {
-    constexpr AlphaScans scans = {5, {32, 4, 1}, 128, 4};
-    const int32_t iMean = meanAlpha(alphas);
-    AlphaChoice best;
-    for (int32_t iRow = 0; iRow < 256 && best.iSum > 0; ++iRow)
-        tryAlphaRow(alphas, iRow, iMean, scans, best);
-    return best;
+    const auto [least, greatest] = std::minmax_element(alphas.begin(), alphas.end());
+    const int32_t iFarthest = std::max(iMean - *least, *greatest - iMean);
+    const int32_t iRow = std::min(iFarthest * 255 / 160 - 4, 255);
+    return {{16, 4, 1}, 64, 2, static_cast<uint32_t>(std::max(iRow - 15, 0)), static_cast<uint32_t>(std::clamp(iRow + 15, 0, 255))};
+}
+
+/// Every row.
+EtcAlphaScales getThoroughScales(const EtcStoredAlphas&, int32_t)
+{
+    return {{32, 4, 1}, 4 * 32, 4, 0, 256};
+}
+
+using GetScales = EtcAlphaScales (*)(const EtcStoredAlphas& alphas, int32_t iMean);
+
+void encodeBlock(const EtcAlphas& alphas, GetScales pGetScales, uint8_t* pui8Destination)
+{
+    if (isFlat(alphas))
+    {
+        // What the search comes to: row 0 has only zeros and is tried first, and the scales come to every base.
+        pui8Destination[0] = alphas.aui8[0];
+        std::fill_n(pui8Destination + 1, k_uiEacBlockBytes - 1, uint8_t{0});
+        return;
+    }
+    const EtcStoredAlphas stored = putInStoredOrder(alphas);
+    const int32_t iMean = getRoundedMean(stored);
+    writeBlock(stored, searchAlphaRows(stored, iMean, pGetScales(stored, iMean)), pui8Destination);
 }
 
 } // namespace
 
 void alphaBlockFast(const EtcAlphas& alphas, uint8_t* pui8Destination)
 {
-    writeAlphaBlock(alphas, searchAlphaFast(alphas), pui8Destination);
+    encodeBlock(alphas, getFastScales, pui8Destination);
 }
 
 void alphaBlockThorough(const EtcAlphas& alphas, uint8_t* pui8Destination)
 {
-    writeAlphaBlock(alphas, searchAlphaThorough(alphas), pui8Destination);
+    encodeBlock(alphas, getThoroughScales, pui8Destination);
 }
 
 } // namespace moxtexture
