@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "Codecs/ETC/EtcModeErrors.h"
 #include "Codecs/ETC/EtcTables.h"
 #include "Core/Diagnostics.h"
 
@@ -22,17 +21,10 @@ EtcModePaints paintsH(const EtcColourPair& levels, uint32_t uiDistance)
             offsetColour(second, -i32Distance)};
 }
 
-/// The first distance of the least error; its indices are still to be found.
-EtcModeFit fitDistances(const EtcModeErrors& errors, const EtcColourPair& levels)
-{
-    const auto* const pLeast = std::min_element(errors.aui32H.begin(), errors.aui32H.end());
-    return {levels, static_cast<uint32_t>(pLeast - errors.aui32H.begin()), 0, *pLeast};
-}
-
 EtcModeFit fitDistances(const EtcPixels& pixels, const EtcColourPair& levels, bool bWeighted)
 {
-    EtcModeFit fit = fitDistances(measureModes(pixels, levels, bWeighted), levels);
-    fit.ui32Indices = choosePaints(pixels, paintsH(levels, fit.uiDistance), bWeighted);
+    EtcModeFit fit = bestFitH(measureModes(pixels, levels, bWeighted), levels);
+    chooseIndicesH(pixels, bWeighted, fit);
     return fit;
 }
 
@@ -54,6 +46,31 @@ EtcColourPair orderForH(const EtcColourPair& levels)
     return {colourOfNumberH(uiFirst), colourOfNumberH(uiSecond)};
 }
 
+EtcModeFit bestFitH(const EtcModeErrors& errors, const EtcColourPair& levels)
+{
+    const auto* const pLeast = std::min_element(errors.aui32H.begin(), errors.aui32H.end());
+    return {levels, static_cast<uint32_t>(pLeast - errors.aui32H.begin()), 0, *pLeast};
+}
+
+void chooseIndicesH(const EtcPixels& pixels, bool bWeighted, EtcModeFit& fit)
+{
+    fit.ui32Indices = choosePaints(pixels, paintsH(fit.levels, fit.uiDistance), bWeighted);
+}
+
+void chooseIndicesHA1(const EtcPixels& pixels, const EtcAlphas& alphas, EtcModeFit& fit)
+{
+    const uint32_t uiAscending = colourNumberH(fit.levels[0]) < colourNumberH(fit.levels[1]) ? 1 : 0;
+    const uint32_t uiStoredAs2 = 2 * ((fit.uiDistance & 1) ^ uiAscending);
+    fit.ui32Indices = choosePaints(pixels, paintsH(fit.levels, fit.uiDistance), false, uiStoredAs2, pixelsWithAlpha(alphas));
+}
+
+void tellInvalidAlphas(const EtcAlphas& alphas)
+{
+    for (const uint8_t ui8Alpha : alphas.aui8)
+        if (ui8Alpha != 0 && ui8Alpha != 255)
+            writeDiagnostic("INVALID ALPHA DATA!!\n");
+}
+
 EtcModeFit hBlockError(const EtcPixels& pixels, const EtcColourPair& levels)
 {
     return fitDistances(pixels, levels, false);
@@ -66,20 +83,9 @@ EtcModeFit hBlockErrorWeighted(const EtcPixels& pixels, const EtcColourPair& lev
 
 EtcModeFit hBlockErrorA1(const EtcPixels& pixels, const EtcAlphas& alphas, const EtcColourPair& levels)
 {
-    uint32_t ui32WithAlpha = 0;
-    for (size_t uiPixel = 0; uiPixel < 16; ++uiPixel)
-    {
-        const uint8_t ui8Alpha = alphas.aui8[uiPixel];
-        if (ui8Alpha != 0 && ui8Alpha != 255)
-            writeDiagnostic("INVALID ALPHA DATA!!\n");
-        if (ui8Alpha != 0)
-            ui32WithAlpha |= 1u << uiPixel;
-    }
-
-    const uint32_t uiAscending = colourNumberH(levels[0]) < colourNumberH(levels[1]) ? 1 : 0;
-    EtcModeFit fit = fitDistances(measureModesA1(pixels, alphas, levels), levels);
-    const uint32_t uiStoredAs2 = 2 * ((fit.uiDistance & 1) ^ uiAscending);
-    fit.ui32Indices = choosePaints(pixels, paintsH(levels, fit.uiDistance), false, uiStoredAs2, ui32WithAlpha);
+    tellInvalidAlphas(alphas);
+    EtcModeFit fit = bestFitH(measureModesA1(pixels, alphas, levels), levels);
+    chooseIndicesHA1(pixels, alphas, fit);
     return fit;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Codecs/ETC/EtcModeErrors.h"
 #include "Codecs/ETC/EtcModeFit.h"
 
 namespace moxtexture
@@ -34,6 +35,13 @@ EtcModeFit hBlockErrorWeighted(const EtcPixels& pixels, const EtcColourPair& lev
 /// stored as index 2 and has no error, a pixel with alpha 0 chooses among the other three.
 /// An alpha other than 0 and 255 is told by writeDiagnostic, once for each such pixel.
 EtcModeFit hBlockErrorA1(const EtcPixels& pixels, const EtcAlphas& alphas, const EtcColourPair& levels);
+
+/// The parts of the above: the best of what measureModes (or measureModesA1) gives for these levels, without indices; the indices of
+/// such a fit; and the remarks.
+EtcModeFit bestFitH(const EtcModeErrors& errors, const EtcColourPair& levels);
+void chooseIndicesH(const EtcPixels& pixels, bool bWeighted, EtcModeFit& fit);
+void chooseIndicesHA1(const EtcPixels& pixels, const EtcAlphas& alphas, EtcModeFit& fit);
+void tellInvalidAlphas(const EtcAlphas& alphas);
 
 /// Makes the order of the colours say the low bit of the distance: where it does not, the colours change places and so do paints
 /// 0, 1 with 2, 3.

@@ -27,6 +27,9 @@ struct EtcModeErrors
 /// will be stored as index 2 is left out, and pixels of another alpha than 0 have no error.
 [[nodiscard]] EtcModeErrors measureModesA1(const EtcPixels& pixels, const EtcAlphas& alphas, const EtcColourPair& levels);
 
+/// The pixels whose alpha isn't 0, bit y * 4 + x each.
+[[nodiscard]] uint32_t pixelsWithAlpha(const EtcAlphas& alphas);
+
 constexpr uint32_t k_uiNoEtcPaint = 4;
 
 /// The first of the nearest paints of each pixel.

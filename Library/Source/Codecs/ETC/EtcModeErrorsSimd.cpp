@@ -304,6 +304,14 @@ EtcModeErrors measureModesA1(const EtcPixels& pixels, const EtcAlphas& alphas, c
     return HWY_DYNAMIC_DISPATCH(measurePunchThrough)(pixels, alphas, levels, uiAscending);
 }
 
+uint32_t pixelsWithAlpha(const EtcAlphas& alphas)
+{
+    uint32_t ui32Pixels = 0;
+    for (uint32_t i = 0; i < 16; ++i)
+        ui32Pixels |= (alphas.aui8[i] != 0 ? 1u : 0u) << i;
+    return ui32Pixels;
+}
+
 uint32_t choosePaints(const EtcPixels& pixels, const EtcModePaints& paints, bool bWeighted, uint32_t uiFixedPaint, uint32_t ui32FixedPixels)
 {
     const uint32_t ui32Indices = bWeighted ? HWY_DYNAMIC_DISPATCH(chooseWeighted)(pixels, paints, uiFixedPaint)

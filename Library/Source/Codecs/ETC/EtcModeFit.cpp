@@ -3,16 +3,28 @@
 namespace moxtexture
 {
 
+namespace
+{
+
+/// Changes places of the bits that a mask names and those uiShift above them.
+constexpr uint32_t swapBits(uint32_t ui32, uint32_t ui32Lower, uint32_t uiShift)
+{
+    const uint32_t ui32Changes = (ui32 >> uiShift ^ ui32) & ui32Lower;
+    return ui32 ^ ui32Changes ^ ui32Changes << uiShift;
+}
+
+} // namespace
+
 uint32_t indexToBlockOrder(uint32_t ui32Indices)
 {
-    uint32_t ui32Stored = 0;
-    for (uint32_t y = 0; y < 4; ++y)
-        for (uint32_t x = 0; x < 4; ++x)
-        {
-            const uint32_t uiIndex = ui32Indices >> (y * 4 + x) * 2 & 3;
-            ui32Stored |= (uiIndex >> 1) << (16 + x * 4 + y) | (uiIndex & 1) << (x * 4 + y);
-        }
-    return ui32Stored;
+    // The five bits of a bit's place, from the top: y1 y0 x1 x0 p, where p tells the upper bit of an index from the lower. Each line
+    // changes two of them for each other; the order wanted is p x1 x0 y1 y0.
+    uint32_t ui32 = ui32Indices;
+    ui32 = swapBits(ui32, 0x0000AAAA, 15); // p y0 x1 x0 y1
+    ui32 = swapBits(ui32, 0x00F000F0, 4);  // p x1 y0 x0 y1
+    ui32 = swapBits(ui32, 0x0C0C0C0C, 2);  // p x1 x0 y0 y1
+    ui32 = swapBits(ui32, 0x22222222, 1);  // p x1 x0 y1 y0
+    return ui32;
 }
 
 } // namespace moxtexture

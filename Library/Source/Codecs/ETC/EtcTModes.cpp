@@ -1,7 +1,6 @@
 #include "Codecs/ETC/EtcTModes.h"
 
 #include "Codecs/ETC/EtcErrors.h"
-#include "Codecs/ETC/EtcModeErrors.h"
 #include "Codecs/ETC/EtcTables.h"
 
 namespace moxtexture
@@ -25,18 +24,10 @@ void lowerByOrder(const std::array<uint32_t, 8>& aui32Errors, const EtcColourPai
             best = {levels, uiDistance, 0, aui32Errors[uiDistance]};
 }
 
-EtcModeFit fitBothOrders(const EtcModeErrors& errors, const EtcColourPair& levels)
-{
-    EtcModeFit best{levels, 0, 0, k_uiEtcMaxPerceptualError};
-    lowerByOrder(errors.aui32T, levels, best);
-    lowerByOrder(errors.aui32TSwapped, {levels[1], levels[0]}, best);
-    return best;
-}
-
 EtcModeFit fitBothOrders(const EtcPixels& pixels, const EtcColourPair& levels, bool bWeighted)
 {
-    EtcModeFit best = fitBothOrders(measureModes(pixels, levels, bWeighted), levels);
-    best.ui32Indices = choosePaints(pixels, paintsT(best.levels, best.uiDistance), bWeighted);
+    EtcModeFit best = bestFitT(measureModes(pixels, levels, bWeighted), levels);
+    chooseIndicesT(pixels, bWeighted, best);
     return best;
 }
 
@@ -44,11 +35,31 @@ EtcModeFit fitGivenOrder(const EtcPixels& pixels, const EtcColourPair& levels, b
 {
     EtcModeFit best{levels, 0, 0, k_uiEtcMaxPerceptualError};
     lowerByOrder(measureModes(pixels, levels, bWeighted).aui32T, levels, best);
-    best.ui32Indices = choosePaints(pixels, paintsT(levels, best.uiDistance), bWeighted);
+    chooseIndicesT(pixels, bWeighted, best);
     return best;
 }
 
 } // namespace
+
+EtcModeFit bestFitT(const EtcModeErrors& errors, const EtcColourPair& levels)
+{
+    EtcModeFit best{levels, 0, 0, k_uiEtcMaxPerceptualError};
+    lowerByOrder(errors.aui32T, levels, best);
+    lowerByOrder(errors.aui32TSwapped, {levels[1], levels[0]}, best);
+    return best;
+}
+
+void chooseIndicesT(const EtcPixels& pixels, bool bWeighted, EtcModeFit& fit)
+{
+    fit.ui32Indices = choosePaints(pixels, paintsT(fit.levels, fit.uiDistance), bWeighted);
+}
+
+void chooseIndicesTA1(const EtcPixels& pixels, const EtcAlphas& alphas, EtcModeFit& fit)
+{
+    constexpr uint32_t uiTransparent = 2;
+    const uint32_t ui32Transparent = 0xFFFF & ~pixelsWithAlpha(alphas);
+    fit.ui32Indices = choosePaints(pixels, paintsT(fit.levels, fit.uiDistance), false, uiTransparent, ui32Transparent);
+}
 
 EtcModeFit tBlockError(const EtcPixels& pixels, const EtcColourPair& levels)
 {
@@ -72,12 +83,8 @@ EtcModeFit tBlockErrorFixedOrderWeighted(const EtcPixels& pixels, const EtcColou
 
 EtcModeFit tBlockErrorA1(const EtcPixels& pixels, const EtcAlphas& alphas, const EtcColourPair& levels)
 {
-    constexpr uint32_t uiTransparent = 2;
-    uint32_t ui32Transparent = 0;
-    for (size_t uiPixel = 0; uiPixel < 16; ++uiPixel)
-        ui32Transparent |= (alphas.aui8[uiPixel] == 0 ? 1u : 0u) << uiPixel;
-    EtcModeFit best = fitBothOrders(measureModesA1(pixels, alphas, levels), levels);
-    best.ui32Indices = choosePaints(pixels, paintsT(best.levels, best.uiDistance), false, uiTransparent, ui32Transparent);
+    EtcModeFit best = bestFitT(measureModesA1(pixels, alphas, levels), levels);
+    chooseIndicesTA1(pixels, alphas, best);
     return best;
 }
 

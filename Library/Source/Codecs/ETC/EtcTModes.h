@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Codecs/ETC/EtcModeErrors.h"
 #include "Codecs/ETC/EtcModeFit.h"
 
 namespace moxtexture
@@ -23,6 +24,12 @@ EtcModeFit tBlockErrorFixedOrderWeighted(const EtcPixels& pixels, const EtcColou
 /// As tBlockError for punch-through: a pixel whose alpha is 0 takes index 2 (transparent) and has no error, every other pixel
 /// chooses among paints 0, 1 and 3.
 EtcModeFit tBlockErrorA1(const EtcPixels& pixels, const EtcAlphas& alphas, const EtcColourPair& levels);
+
+/// The parts of the above: the best of what measureModes (or measureModesA1) gives for these levels, without indices; and the indices
+/// of such a fit.
+EtcModeFit bestFitT(const EtcModeErrors& errors, const EtcColourPair& levels);
+void chooseIndicesT(const EtcPixels& pixels, bool bWeighted, EtcModeFit& fit);
+void chooseIndicesTA1(const EtcPixels& pixels, const EtcAlphas& alphas, EtcModeFit& fit);
 
 /// The block before stuffing: the high word holds the six levels and the distance in 27 bits, the first red on top; the low word
 /// the indices in stored form.

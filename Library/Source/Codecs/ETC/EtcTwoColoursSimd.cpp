@@ -144,6 +144,7 @@ public:
             const V both = hn::Add(red, green);
             const V aCoordinates[3] = {hn::Div(hn::Add(both, blue), root3), hn::Div(hn::Sub(red, green), root2),
                                        hn::Div(hn::Sub(both, hn::Add(blue, blue)), root6)};
+            hn::StoreInterleaved4(aCoordinates[0], aCoordinates[1], aCoordinates[2], hn::Zero(d), d, m_aafPoints[i]);
             for (size_t c = 0; c < 3; ++c)
             {
                 hn::Store(aCoordinates[c], d, m_aafPlanes[c] + i);
@@ -158,12 +159,6 @@ public:
         }
         m_afLeast[3] = 0.0;
         m_afRange[3] = 0.0;
-        for (size_t i = 0; i < k_uiPixels; ++i)
-        {
-            for (size_t c = 0; c < 3; ++c)
-                m_aafPoints[i][c] = m_aafPlanes[c][i];
-            m_aafPoints[i][3] = 0.0;
-        }
     }
 
     HWY_INLINE void placeSeeds(uint32_t uiAttempt, CentrePair& centres) const
