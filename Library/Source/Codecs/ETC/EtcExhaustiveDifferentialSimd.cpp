@@ -32,7 +32,8 @@ constexpr size_t k_uiLevels5 = 32;
 constexpr size_t k_uiBelow = 4; ///< how far a second level may be below the first
 constexpr size_t k_uiReach = 8; ///< second levels for a first one
 /// Blue levels of a column: those beyond the ends, too, and what makes up whole vectors.
-constexpr size_t k_uiColumnLevels = 64;
+template <typename Lane>
+constexpr size_t k_uiColumnLevels = sizeof(Lane) == sizeof(uint16_t) ? 64 : 48;
 
 template <typename Lane>
 using Tag5 = LevelTag<Lane, k_uiLevels5>;
@@ -45,7 +46,7 @@ constexpr Lane k_None = std::numeric_limits<Lane>::max() / (sizeof(Lane) == 2 ? 
 template <typename Lane>
 struct ColourColumn
 {
-    Lane a[k_uiHalves][k_uiColumnLevels];
+    Lane a[k_uiHalves][k_uiColumnLevels<Lane>];
     size_t uiRed;
     size_t uiGreen;
 };
@@ -148,7 +149,7 @@ HWY_INLINE void addColumn(const ColumnErrors<Lane, k_uiLevels5>& errors, size_t 
     for (size_t uiHalf = 0; uiHalf < k_uiHalves; ++uiHalf)
     {
         columns.auiLeast[uiHalf] = std::min(columns.auiLeast[uiHalf], auiLeast[uiHalf]);
-        for (size_t uiLevel = 0; uiLevel < k_uiColumnLevels; uiLevel += hn::Lanes(d))
+        for (size_t uiLevel = 0; uiLevel < k_uiColumnLevels<Lane>; uiLevel += hn::Lanes(d))
             hn::StoreU(none, d, column.a[uiHalf] + uiLevel);
         for (size_t uiLevel = 0; uiLevel < k_uiLevels5; uiLevel += hn::Lanes(d))
             hn::StoreU(hn::Min(none, hn::Load(d, errors.a[uiHalf] + uiLevel)), d, column.a[uiHalf] + k_uiBelow + uiLevel);
@@ -180,22 +181,22 @@ HWY_NOINLINE ColourColumns<Lane> makeColumns(const EtcPixels& pixels, const std:
     ColourColumns<Lane> columns;
     columns.auiLeast.fill(k_None<Lane>);
     columns.auiLimits = makeLimits(uiStart, findLeastOfRows(sources, uiBound));
+    size_t uiMost = 0;
+    for (size_t uiRed = 0; uiRed < k_uiLevels5; ++uiRed)
+        if (sources.auiGreens[uiRed] != 0)
+        {
+            sources.auiGreens[uiRed] &= findPromisingGreens(sources.aRows[uiRed], sources.blue, columns.auiLimits);
+            uiMost += hwy::PopCount(sources.auiGreens[uiRed]);
+        }
+    columns.list.reserve(uiMost);
     ColumnErrors<Lane, k_uiLevels5> errors;
     for (size_t uiRed = 0; uiRed < k_uiLevels5; ++uiRed)
-    {
-        uint32_t uiGreens = sources.auiGreens[uiRed];
-        if (uiGreens == 0)
-            continue;
-        const RowSums<Lane, k_uiLevels5>& row = sources.aRows[uiRed];
-        uiGreens &= findPromisingGreens(row, sources.blue, columns.auiLimits);
         for (size_t uiGreen = 0; uiGreen < k_uiLevels5; ++uiGreen)
-        {
-            if ((uiGreens >> uiGreen & 1) == 0)
-                continue;
-            sweepColumn(row, sources.green, uiGreen, sources.blue, columns.auiLimits, errors);
-            addColumn(errors, uiRed, uiGreen, columns);
-        }
-    }
+            if ((sources.auiGreens[uiRed] >> uiGreen & 1) != 0)
+            {
+                sweepColumn(sources.aRows[uiRed], sources.green, uiGreen, sources.blue, columns.auiLimits, errors);
+                addColumn(errors, uiRed, uiGreen, columns);
+            }
     return columns;
 }
 
@@ -226,7 +227,7 @@ HWY_INLINE void forSecondColumns(const ColourColumns<Lane>& columns, const Colou
 template <typename Lane>
 struct SecondLeast
 {
-    alignas(64) Lane a[2 * k_uiColumnLevels];
+    alignas(64) Lane a[k_uiColumnLevels<Lane> + k_uiLevels5];
 };
 
 template <typename Lane>
@@ -236,7 +237,7 @@ HWY_INLINE void findSecondLeast(const ColourColumns<Lane>& columns, const Colour
     const Tag5<Lane> d;
     const size_t uiLanes = hn::Lanes(d);
     constexpr size_t uiUsed = k_uiLevels5 + k_uiReach - 1;
-    for (size_t i = 0; i < 2 * k_uiColumnLevels; i += uiLanes)
+    for (size_t i = 0; i < std::size(least.a); i += uiLanes)
         hn::Store(hn::Set(d, k_None<Lane>), d, least.a + i);
     forSecondColumns(columns, first,
                      [&](const ColourColumn<Lane>& second) HWY_ATTR
