@@ -43,6 +43,9 @@ constexpr size_t k_uiPixels = 16;
 constexpr size_t k_uiLevels = 16;
 constexpr size_t k_uiMostPaints = 3;
 
+/// A shifted error below this is worth finer terms, with which fewer pairs pass.
+constexpr uint32_t k_uiCoarseBelow = 8192;
+
 /// For every pixel a number for every level of one channel.
 struct alignas(64) LevelRow
 {
@@ -203,10 +206,7 @@ public:
     CPairSearch(const EtcPixels& pixels, EEtcPairKind eKind, const std::array<uint32_t, 3>& auiWeights, uint32_t uiBound)
         : m_pixels(pixels), m_auiWeights(auiWeights), m_bH(eKind == eEtcPairsH), m_second(m_bH ? m_first : m_onePaint), m_uiBest(uiBound)
     {
-        while (uiBound >> m_uiShift >= 65535)
-            ++m_uiShift;
-        if (!m_bH)
-            startTables({0}, 1, m_onePaint);
+        chooseShift();
     }
 
     CPairSearch(const CPairSearch&) = delete;
@@ -217,8 +217,13 @@ public:
         for (const int32_t iDistance : k_aui8EtcDistances)
         {
             m_iDistance = iDistance;
-            startTables({-iDistance, iDistance, 0}, m_bH ? 2 : 3, m_first);
-            sweepReds();
+            do
+            {
+                if (m_bTooCoarse)
+                    chooseShift();
+                startTables({-iDistance, iDistance, 0}, m_bH ? 2 : 3, m_first);
+                sweepReds();
+            } while (m_bTooCoarse);
         }
     }
 
@@ -226,6 +231,16 @@ public:
     const EtcPair& getPair() const { return m_pair; }
 
 private:
+    void chooseShift()
+    {
+        m_uiShift = 0;
+        while (m_uiBest >> m_uiShift >= 65535)
+            ++m_uiShift;
+        m_bTooCoarse = false;
+        if (!m_bH)
+            startTables({0}, 1, m_onePaint);
+    }
+
     void startTables(const std::array<int32_t, k_uiMostPaints>& aiOffsets, size_t uiPaints, ColourTables& tables) const
     {
         const std::array<uint8_t, 16>* const apPlanes[] = {&m_pixels.aui8Red, &m_pixels.aui8Green, &m_pixels.aui8Blue};
@@ -242,6 +257,8 @@ private:
     /// A sum at or above it cannot belong to a pair from this place on that is better than the best so far.
     HWY_INLINE uint32_t threshold(uint32_t uiPlace) const
     {
+        if (m_bTooCoarse)
+            return 0;
         const uint32_t uiLimit = m_uiBest + (uiPlace < m_uiPlace ? 1 : 0);
         return uiLimit == 0 ? 0 : ((uiLimit - 1) >> m_uiShift) + 1;
     }
@@ -309,6 +326,7 @@ private:
             m_uiBest = uiError;
             m_uiPlace = uiPlace;
             m_pair = pair;
+            m_bTooCoarse = m_uiShift > 0 && m_uiBest >> m_uiShift < k_uiCoarseBelow;
         }
     }
 
@@ -337,6 +355,7 @@ private:
     ColourTables m_onePaint; ///< T mode's second colour, the same at every distance
     ColourTables& m_second;
     uint32_t m_uiShift = 0;
+    bool m_bTooCoarse = false; ///< the best error has become low for the shift: nothing passes any more, and the distance starts again
     int32_t m_iDistance = 0;
     uint32_t m_uiBest;
     uint32_t m_uiPlace = 0; ///< of the best pair; before there is one nothing comes before it, so that only a lesser error is taken
