@@ -45,6 +45,23 @@ constexpr EtcClusterSeeds makeEtcClusterSeeds()
 
 constexpr EtcClusterSeeds k_etcClusterSeeds = makeEtcClusterSeeds();
 
+/// By count of pixels: 2^20 over twice the count, rounded up. The product with a sum of doubled bytes and the count, shifted right by
+/// 20, is the quotient.
+struct EtcMeanDivisors
+{
+    uint32_t aui32[16];
+};
+
+constexpr EtcMeanDivisors makeEtcMeanDivisors()
+{
+    EtcMeanDivisors divisors{};
+    for (uint32_t uiCount = 1; uiCount < 16; ++uiCount)
+        divisors.aui32[uiCount] = ((1u << 20) + 2 * uiCount - 1) / (2 * uiCount);
+    return divisors;
+}
+
+constexpr EtcMeanDivisors k_etcMeanDivisors = makeEtcMeanDivisors();
+
 /// Which pixels went to centre 0, bit y * 4 + x each, and the sum of all pixels' distances to their centres.
 struct EtcAssignment
 {
@@ -172,31 +189,39 @@ public:
             }
     }
 
-    HWY_INLINE EtcAssignment assign(const CentrePair& centres)
+    /// @return the pixels that go to centre 0, bit y * 4 + x each
+    HWY_INLINE uint32_t assign(const CentrePair& centres)
     {
         const DPixels d;
-        alignas(64) double afNearest[k_uiPixels];
         uint32_t ui32First = 0;
         for (size_t i = 0; i < k_uiPixels; i += k_uiPixelLanes)
         {
             const auto distance0 = distanceTo(centres.aa[0], i);
             const auto distance1 = distanceTo(centres.aa[1], i);
             const auto isFirst = hn::Gt(distance1, distance0);
-            hn::Store(hn::Min(distance0, distance1), d, afNearest + i);
+            hn::Store(hn::Min(distance0, distance1), d, m_afNearest + i);
             hn::Store(hn::VecFromMask(d, isFirst), d, m_afIsFirst + i);
             ui32First |= bitsOfMask(d, isFirst) << i;
         }
-        double fError = 0.0;
-        for (const double fDistance : afNearest)
-            fError += fDistance;
-        return {ui32First, fError};
+        return ui32First;
     }
 
-    /// Moves the centres to the means of the pixels of the last assignment, which must leave neither without any.
-    HWY_INLINE void moveToMeans(uint32_t ui32First, CentrePair& centres) const
+    /// The error of the last assignment.
+    HWY_INLINE double sumError() const
+    {
+        double fError = 0.0;
+        for (const double fDistance : m_afNearest)
+            fError += fDistance;
+        return fError;
+    }
+
+    /// The same, and the means of the pixels of the last assignment, which must leave neither centre without any. The sums don't wait
+    /// for each other.
+    HWY_INLINE double sumErrorAndMeans(uint32_t ui32First, CentrePair& means) const
     {
         const DPoint d;
         using V = hn::Vec<DPoint>;
+        double fError = 0.0;
         V aaSums[2][k_uiPointParts];
         for (auto& aSums : aaSums)
             for (V& sum : aSums)
@@ -210,13 +235,15 @@ public:
                 aaSums[0][uiPart] = hn::Add(aaSums[0][uiPart], hn::And(isFirst, point));
                 aaSums[1][uiPart] = hn::Add(aaSums[1][uiPart], hn::AndNot(isFirst, point));
             }
+            fError += m_afNearest[i];
         }
         const auto fFirst = static_cast<double>(hwy::PopCount(uint64_t{ui32First}));
         const double afCounts[2] = {fFirst, 16.0 - fFirst};
         for (size_t uiCentre = 0; uiCentre < 2; ++uiCentre)
             for (size_t uiPart = 0; uiPart < k_uiPointParts; ++uiPart)
                 hn::Store(hn::Div(aaSums[uiCentre][uiPart], hn::Set(d, afCounts[uiCentre])), d,
-                          centres.aa[uiCentre] + uiPart * k_uiPointLanes);
+                          means.aa[uiCentre] + uiPart * k_uiPointLanes);
+        return fError;
     }
 
     static EtcColourPair toBytes(const CentrePair& centres)
@@ -254,6 +281,7 @@ private:
     alignas(64) double m_aafPlanes[3][k_uiPixels];
     alignas(64) double m_aafPoints[k_uiPixels][4];
     alignas(64) double m_afIsFirst[k_uiPixels]; ///< all bits set where the last assignment chose centre 0
+    alignas(64) double m_afNearest[k_uiPixels]; ///< distances to the centres of the last assignment
     alignas(32) double m_afLeast[4];
     alignas(32) double m_afRange[4];
 };
@@ -294,6 +322,7 @@ public:
                     m_aaui64Sums[uiGroup][(size_t{1} << uiBit) + j] = m_aaui64Sums[uiGroup][j] + ui64Pixel;
             }
         }
+        m_ui64Sum = sumOf(k_ui32AllEtcPixels);
     }
 
     HWY_INLINE void placeSeeds(uint32_t uiAttempt, CentrePair& centres) const
@@ -306,7 +335,7 @@ public:
             }
     }
 
-    HWY_INLINE EtcAssignment assign(const CentrePair& centres) const
+    HWY_INLINE uint32_t assign(const CentrePair& centres)
     {
         const D d;
         auto sum = hn::Zero(d);
@@ -318,15 +347,19 @@ public:
             sum = hn::Add(sum, hn::Min(distance0, distance1));
             ui32First |= bitsOfMask(d, hn::Gt(distance1, distance0)) << i;
         }
-        return {ui32First, static_cast<double>(hn::GetLane(hn::SumOfLanes(d, sum)))};
+        m_fError = static_cast<double>(hn::GetLane(hn::SumOfLanes(d, sum)));
+        return ui32First;
     }
 
-    HWY_INLINE void moveToMeans(uint32_t ui32First, CentrePair& centres) const
+    HWY_INLINE double sumError() const { return m_fError; }
+
+    HWY_INLINE double sumErrorAndMeans(uint32_t ui32First, CentrePair& means) const
     {
         const auto uiFirst = static_cast<uint32_t>(hwy::PopCount(uint64_t{ui32First}));
         const uint64_t ui64First = sumOf(ui32First);
-        placeMean(ui64First, uiFirst, centres.aa[0]);
-        placeMean(sumOf(k_ui32AllEtcPixels) - ui64First, 16 - uiFirst, centres.aa[1]);
+        placeMean(ui64First, uiFirst, means.aa[0]);
+        placeMean(m_ui64Sum - ui64First, static_cast<uint32_t>(k_uiPixels) - uiFirst, means.aa[1]);
+        return m_fError;
     }
 
     static EtcColourPair toBytes(const CentrePair& centres)
@@ -366,14 +399,16 @@ private:
         for (uint32_t c = 0; c < 3; ++c)
         {
             const auto uiSum = static_cast<uint32_t>(ui64Sums >> c * k_uiFieldBits & 0xFFFF);
-            pfCentre[c] = static_cast<float>(static_cast<int32_t>((2 * uiSum + uiCount) / (2 * uiCount)));
+            pfCentre[c] = static_cast<float>(static_cast<int32_t>((2 * uiSum + uiCount) * k_etcMeanDivisors.aui32[uiCount] >> 20));
         }
     }
 
     alignas(64) float m_aafPlanes[3][k_uiPixels];
     alignas(64) uint64_t m_aaui64Sums[4][16]; ///< by group of four pixels and which of them: sums of the channels in fields
+    uint64_t m_ui64Sum;                       ///< of all pixels
     double m_afLeast[3];
     double m_afRange[3];
+    double m_fError; ///< of the last assignment
 };
 
 template <class Block>
@@ -394,43 +429,40 @@ HWY_INLINE EtcColourPair cluster(const EtcPixels& pixels, bool bStartsAgain)
         uint32_t ui32Before = 0;
         for (uint32_t uiIteration = 0; uiIteration < k_uiEtcClusterIterations; ++uiIteration)
         {
-            const EtcAssignment now = block.assign(centres);
-            const bool bRepeats = now.fError == fPrevious;
-            fPrevious = now.fError;
-            if (fBest > now.fError)
+            const uint32_t ui32First = block.assign(centres);
+            const bool bEmpty = ui32First == 0 || ui32First == k_ui32AllEtcPixels;
+            const bool bStays = ui32First == ui32Before;
+            const EtcAssignment* const pSettled = settled.find(ui32First);
+            const bool bMoves = !bEmpty && !bStays && !(pSettled && uiIteration + 2 < k_uiEtcClusterIterations);
+            const typename Block::CentrePair measured = centres;
+            const double fError = bMoves ? block.sumErrorAndMeans(ui32First, centres) : block.sumError();
+            const bool bRepeats = fError == fPrevious;
+            fPrevious = fError;
+            if (fBest > fError)
             {
-                fBest = now.fError;
-                best = centres;
+                fBest = fError;
+                best = measured;
             }
-            if (now.ui32First == 0 || now.ui32First == k_ui32AllEtcPixels)
+            if (bEmpty || bRepeats)
             {
-                bSeed = true;
+                bSeed = bEmpty || bStartsAgain;
                 break;
             }
-            if (bRepeats)
-            {
-                bSeed = bStartsAgain;
+            if (fError == 0.0)
                 break;
+            if (bMoves)
+            {
+                ui32Before = ui32First;
+                continue;
             }
-            if (now.fError == 0.0)
-                break;
-
-            // Where the assignment stays, so do the centres, and the next error repeats this one.
-            if (now.ui32First == ui32Before)
-            {
-                bSeed = bStartsAgain && uiIteration + 1 < k_uiEtcClusterIterations;
-                settled.add(now);
-                break;
-            }
-            const EtcAssignment* const pSettled = settled.find(now.ui32First);
-            if (pSettled && uiIteration + 2 < k_uiEtcClusterIterations)
-            {
+            // Where the assignment stays, so do the centres, and the next error repeats this one. Where it is known to stay, the next
+            // error is known and the one after that repeats it.
+            bSeed = bStartsAgain && (!bStays || uiIteration + 1 < k_uiEtcClusterIterations);
+            if (bStays)
+                settled.add({ui32First, fError});
+            else
                 fPrevious = pSettled->fError;
-                bSeed = bStartsAgain;
-                break;
-            }
-            ui32Before = now.ui32First;
-            block.moveToMeans(now.ui32First, centres);
+            break;
         }
     }
     return Block::toBytes(best);
