@@ -1,5 +1,6 @@
 """A screen without a monitor, a window manager on it, and the program in a process of its own with an empty profile."""
 
+import contextlib
 import os
 import shutil
 import socket
@@ -78,8 +79,10 @@ class Desktop:
         """Standard output of a small tool of the screen's."""
         return subprocess.run(words, env=self.environment, capture_output=True, text=True, check=False).stdout
 
-    def start(self, *words):
-        process = subprocess.Popen([str(word) for word in words], env=self.environment)
+    def start(self, *words, output=None):
+        """Starts a program; what it writes to standard output goes to the file of that path, if there is one."""
+        with open(output, "wb") if output else contextlib.nullcontext() as file:
+            process = subprocess.Popen([str(word) for word in words], env=self.environment, stdout=file)
         self.processes.append(process)
         return process
 
@@ -98,6 +101,19 @@ class Desktop:
     def keys(self, *names):
         for name in names:
             self.run("xdotool", "key", "--clearmodifiers", name)
+
+    def keys_for(self, title, *names):
+        """Presses keys in the main window until the window that they open is there: a notice on top of it swallows them."""
+        def opened():
+            self.window("Halvane")
+            self.keys(*names)
+            end = time.monotonic() + 2
+            while time.monotonic() < end:
+                if self.windows(title):
+                    return True
+                time.sleep(0.05)
+            return False
+        wait_for(f'a window "{title}" after {names}', opened)
 
     def type(self, text):
         self.run("xdotool", "type", "--delay", "2", text)

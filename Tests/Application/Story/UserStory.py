@@ -34,8 +34,8 @@ class UserStory(unittest.TestCase):
         """Whether the settings file holds the text by now."""
         wait_for(f'"{text}" among the settings', lambda: self.settings.exists() and text in self.settings.read_text())
 
-    def start(self, *words):
-        process = self.desktop.start(PROGRAM, *words)
+    def start(self, *words, output=None):
+        process = self.desktop.start(PROGRAM, *words, output=output)
         main = self.desktop.window("Halvane")
         return process, main
 
@@ -65,6 +65,11 @@ class UserStory(unittest.TestCase):
         self.desktop.keys("alt+f", *["Up"] * entry, "Return")
         self.choose("Save Texture", path)
 
+    def save_new(self, path):
+        """Saves the active texture, which has no file yet, as soon as it has been encoded."""
+        self.desktop.keys_for("Save Texture", "ctrl+s")
+        self.choose("Save Texture", path)
+
     def info(self, path):
         output = subprocess.run([COMMAND_LINE, "info", "--json", path], capture_output=True, check=True).stdout
         return json.loads(output)
@@ -82,8 +87,7 @@ class UserStory(unittest.TestCase):
 
         # To the first format that the group DirectX 11 (9_3) offers, BC1, all by keyboard: from the box of groups, where
         # the focus stands as long as there is nothing to encode to, over the other filters and the reset button to the table.
-        desktop.window("Halvane")
-        desktop.keys("ctrl+e")
+        desktop.keys_for("Encode Texture", "ctrl+e")
         desktop.window("Encode Texture")
         desktop.type("DirectX")
         desktop.keys(*["Tab"] * 7, "Down", "Home", "Return")
@@ -92,9 +96,7 @@ class UserStory(unittest.TestCase):
 
         # The result is a document of its own, which has no file yet.
         texture = desktop.folder / "texture.mox"
-        desktop.window("Halvane")
-        desktop.keys("ctrl+s")
-        self.choose("Save Texture", texture)
+        self.save_new(texture)
         wait_for("the saved texture", texture.exists)
         self.leave(process)
         header = self.info(texture)
@@ -113,15 +115,12 @@ class UserStory(unittest.TestCase):
 
         # The encode dialog has last time's format in its first row, and its settings.
         self.greet(main)
-        desktop.window("Halvane")
-        desktop.keys("ctrl+e")
+        desktop.keys_for("Encode Texture", "ctrl+e")
         desktop.window("Encode Texture")
         desktop.keys("Return")
         desktop.gone("Encode Texture")
         again = desktop.folder / "again.mox"
-        desktop.window("Halvane")
-        desktop.keys("ctrl+s")
-        self.choose("Save Texture", again)
+        self.save_new(again)
         wait_for("the second texture", again.exists)
         self.assertEqual("BC1", self.info(again)["formatName"])
 
@@ -144,19 +143,16 @@ class UserStory(unittest.TestCase):
         wait_for("one main window", lambda: len(desktop.windows("Halvane")) == 1)
 
         # An unsaved document asks; cancelled, the window stays; refused, it ends.
-        desktop.window("Halvane")
-        desktop.keys("ctrl+e")
+        desktop.keys_for("Encode Texture", "ctrl+e")
         desktop.window("Encode Texture")
         desktop.keys("Return")
         desktop.gone("Encode Texture")
-        desktop.window("Halvane")
-        desktop.keys("alt+F4")
+        desktop.keys_for("Texture Modified", "alt+F4")
         desktop.window("Texture Modified")
         desktop.keys("Escape")
         desktop.gone("Texture Modified")
         self.assertIsNone(process.poll())
-        desktop.window("Halvane")
-        desktop.keys("alt+F4")
+        desktop.keys_for("Texture Modified", "alt+F4")
         desktop.window("Texture Modified")
         desktop.keys("alt+n")
         self.assertEqual(0, process.wait(60))
@@ -170,16 +166,13 @@ class UserStory(unittest.TestCase):
         self.stored("a photo.png")
 
         # The second group below the recent formats, OpenGL ES 2; in the table seven rows down; in the box below it the first mode.
-        desktop.window("Halvane")
-        desktop.keys("ctrl+e")
+        desktop.keys_for("Encode Texture", "ctrl+e")
         desktop.window("Encode Texture")
         desktop.keys("Down", "Down", *["Tab"] * 7, "Down", "Home", *["Down"] * 6, "Tab", "Home", "Return")
         desktop.gone("Encode Texture")
         self.stored("MOXTCEncode")
         texture = desktop.folder / "photo of blocks.mox"
-        desktop.window("Halvane")
-        desktop.keys("ctrl+s")
-        self.choose("Save Texture", texture)
+        self.save_new(texture)
         wait_for("the saved texture", texture.exists)
         self.leave(process)
         header = self.info(texture)
@@ -196,6 +189,57 @@ class UserStory(unittest.TestCase):
         self.greet(main)
         self.stored(texture.name)
         again = desktop.folder / "again.mox"
+        self.save_as(6, again)
+        wait_for("the texture again", again.exists)
+        self.assertEqual(texture.read_bytes(), again.read_bytes())
+        self.leave(process)
+
+    def encode(self, *keys):
+        """From the encode dialog's box of groups, by keys."""
+        self.desktop.keys_for("Encode Texture", "ctrl+e")
+        self.desktop.window("Encode Texture")
+        self.desktop.keys(*keys)
+        self.desktop.gone("Encode Texture")
+
+    def test_a_photo_becomes_etc2_in_a_ktx_file_and_punch_through_is_remarked_on(self):
+        desktop = self.desktop
+        remarks = desktop.folder / "remarks"
+        process, main = self.start("open", self.photo, output=remarks)
+        self.greet(main)
+        self.stored("a photo.png")
+
+        # The third group below the recent formats, OpenGL ES 3; in the table below twelve of MOXTC, one of ETC1 and two of ETC2 RGB
+        # the first of ETC2 RGBA; in the box below it the first mode.
+        group = ["Home", "Down", "Down", "Down"]
+        self.encode(*group, *["Tab"] * 7, "Down", "Home", *["Down"] * 15, "Tab", "Home", "Return")
+        self.stored("ETCEncode")
+        texture = desktop.folder / "photo of blocks.ktx"
+        self.save_new(texture)
+        wait_for("the saved texture", texture.exists)
+        header = self.info(texture)
+        self.assertEqual("ETC2 RGBA", header["formatName"])
+        self.assertEqual((512, 512, 10), (header["width"], header["height"], header["mipLevels"]))
+        self.assertEqual(b"", remarks.read_bytes())
+
+        # The same bytes as from the shell.
+        shell = desktop.folder / "shell.ktx"
+        subprocess.run([COMMAND_LINE, "convert", self.photo, "-o", shell, "--mips", "all", "--format", "etc2-rgba",
+                        "--quality", "Fast"], check=True)
+        self.assertEqual(shell.read_bytes(), texture.read_bytes())
+
+        # Two rows further down, ETC2 RGB A1, which has no place for the photo's soft alpha and says so.
+        self.encode("Tab", "Tab", *group, *["Tab"] * 7, "Down", "Home", *["Down"] * 17, "Return")
+        wait_for("a remark", lambda: b"INVALID ALPHA DATA!!\n" in remarks.read_bytes())
+        desktop.keys_for("Texture Modified", "alt+F4")
+        desktop.window("Texture Modified")
+        desktop.keys("alt+n")
+        self.assertEqual(0, process.wait(60))
+
+        # A second start opens the file and saves it as it was.
+        process, main = self.start("open", texture)
+        self.greet(main)
+        self.stored(texture.name)
+        again = desktop.folder / "again.ktx"
         self.save_as(6, again)
         wait_for("the texture again", again.exists)
         self.assertEqual(texture.read_bytes(), again.read_bytes())
@@ -242,8 +286,7 @@ class UserStory(unittest.TestCase):
             self.assertEqual(pixels, again.read_bytes()[-size:], name)
 
         # What a container has no place for ends in a message, and the document keeps its name: version 2 for OpenGL and blocks.
-        desktop.window("Halvane")
-        desktop.keys("ctrl+e")
+        desktop.keys_for("Encode Texture", "ctrl+e")
         desktop.window("Encode Texture")
         desktop.type("DirectX")
         desktop.keys(*["Tab"] * 7, "Down", "Home", "Return")
