@@ -1,126 +1,155 @@
-// Tells how much of a picture the MOXTC formats keep: a table of PSNR by format and quality.
-//   measure-encoding [PICTURE...]
-// Generated pictures come first, then those that are named. MOXTC of the first generation, which takes powers of two alone, gets the
-// middle 512 by 512 pixels of a named picture, MOXTCII all of it. The figures are the same on every machine.
+// Tells how much of a picture a family of formats keeps: a table of PSNR by format and quality.
+//   measure-encoding moxtc|etc [PICTURE...]
+// Generated pictures come first, then those that are named, which are 512 by 512 or larger. The figures are the same on every machine.
 
 #include <cmath>
 #include <cstdio>
-#include <optional>
+#include <cstring>
 #include <string>
 #include <vector>
 
-#include <QImage>
-#include <QString>
-
-#include "Conversion/Transcode.h"
 #include "Core/Workers.h"
 #include "Formats/FormatNames.h"
-#include "Support/SeededPictures.h"
+#include "PictureQuality.h"
 
 using namespace moxtexture;
 
 namespace
 {
 
-constexpr int k_iCrop = 512;
+constexpr uint32_t k_uiSide = 512;     ///< of squares for what is encoded fast
+constexpr uint32_t k_uiSlowSide = 128; ///< and at the slow qualities of ETC
 
-struct Picture
-{
-    std::string strName;
-    uint32_t uiWidth, uiHeight;
-    std::vector<uint8_t> pixels; ///< RGBA of 8 bits
-};
+constexpr ChannelWeights k_RGB = {1.0, 1.0, 1.0, 0.0}, k_alpha = {0.0, 0.0, 0.0, 1.0};
+constexpr ChannelWeights k_luminance = {0.299, 0.587, 0.114, 0.0}; ///< those of the perceptual qualities of ETC
 
-struct Quality
-{
-    double fColour; ///< PSNR of red, green and blue together, in decibels
-    double fAlpha;
-};
-
-Picture takePicture(const std::string& strName, const QImage& image)
-{
-    Picture picture{strName, static_cast<uint32_t>(image.width()), static_cast<uint32_t>(image.height()), {}};
-    for (int y = 0; y < image.height(); ++y)
-        picture.pixels.insert(picture.pixels.end(), image.constScanLine(y), image.constScanLine(y) + 4 * image.width());
-    return picture;
-}
-
-/// 10 log10(255^2 / mean squared error) over the channels from uiFirst to uiLast.
-double getPSNR(const uint8_t* pA, const uint8_t* pB, size_t uiPixels, size_t uiFirst, size_t uiLast)
-{
-    uint64_t ui64Sum = 0;
-    for (size_t i = 0; i < uiPixels; ++i)
-        for (size_t c = uiFirst; c <= uiLast; ++c)
-        {
-            const int iError = pA[4 * i + c] - pB[4 * i + c];
-            ui64Sum += static_cast<uint64_t>(iError * iError);
-        }
-    const double fSamples = static_cast<double>(uiPixels) * static_cast<double>(uiLast - uiFirst + 1);
-    return 10.0 * std::log10(255.0 * 255.0 * fSamples / static_cast<double>(ui64Sum)); // infinite where nothing is lost
-}
-
-std::optional<Quality> measure(const Picture& picture, EMOXTPixelFormat eFormat, uint32_t uiQuality)
-{
-    const CMOXTextureHeader header(k_RGBA8, picture.uiHeight, picture.uiWidth, 1, 1, 1, 1, eCS_Linear, eCT_UnsignedNormalisedByte, false);
-    CMOXTexture texture(header, picture.pixels.data());
-    if (!Transcode(texture, eFormat, eCT_UnsignedNormalisedByte, eCS_Linear, uiQuality, false) ||
-        !Transcode(texture, k_RGBA8, eCT_UnsignedNormalisedByte, eCS_Linear, 0, false))
-        return std::nullopt;
-    const size_t uiPixels = picture.pixels.size() / 4;
-    return Quality{getPSNR(picture.pixels.data(), texture.getDataPtr(), uiPixels, 0, 2),
-                   getPSNR(picture.pixels.data(), texture.getDataPtr(), uiPixels, 3, 3)};
-}
-
-bool printRow(const Picture& picture, EMOXTPixelFormat eFormat)
+void printName(const Picture& picture, EMOXTPixelFormat eFormat)
 {
     std::printf("| %s %u x %u | %s |", picture.strName.c_str(), picture.uiWidth, picture.uiHeight, getFormatName(eFormat).c_str());
+}
+
+bool printMOXTCRow(const Picture& picture, EMOXTPixelFormat eFormat)
+{
+    printName(picture, eFormat);
     for (const uint32_t uiQuality : {0u, 1u})
     {
-        const std::optional<Quality> quality = measure(picture, eFormat, uiQuality);
-        if (!quality)
+        const std::vector<uint8_t> decoded = throughFormat(picture, eFormat, uiQuality);
+        if (decoded.empty())
             return false;
-        std::printf(" %.2f | %.2f |", quality->fColour, quality->fAlpha);
+        std::printf(" %.2f | %.2f |", getPSNR(picture, decoded, k_RGB), getPSNR(picture, decoded, k_alpha));
     }
     std::printf("\n");
     return true;
 }
 
-/// @param crop  what the first generation gets of the picture
-bool printRows(const Picture& crop, const Picture& picture)
+/// The first generation takes powers of two alone, so it gets the middle of a picture; the second gets all of it.
+bool printMOXTC(const Picture& picture)
 {
-    return printRow(crop, ePF_MOXTC_2bpp_RGBA) && printRow(crop, ePF_MOXTC_4bpp_RGBA) && printRow(picture, ePF_MOXTCII_2bpp) &&
-           printRow(picture, ePF_MOXTCII_4bpp);
+    const Picture middle = cutMiddle(picture, k_uiSide);
+    return printMOXTCRow(middle, ePF_MOXTC_2bpp_RGBA) && printMOXTCRow(middle, ePF_MOXTC_4bpp_RGBA) &&
+           printMOXTCRow(picture, ePF_MOXTCII_2bpp) && printMOXTCRow(picture, ePF_MOXTCII_4bpp);
 }
 
-bool printNamed(const std::string& strPath)
+/// How a format of the ETC family is measured.
+struct EtcRow
 {
-    const QImage image = QImage(QString::fromLocal8Bit(strPath.c_str())).convertToFormat(QImage::Format_RGBA8888);
-    if (image.width() < k_iCrop || image.height() < k_iCrop)
-        return false;
-    const std::string strName = strPath.substr(strPath.rfind('/') + 1);
-    const QImage crop = image.copy((image.width() - k_iCrop) / 2, (image.height() - k_iCrop) / 2, k_iCrop, k_iCrop);
-    return printRows(takePicture(strName, crop), takePicture(strName, image));
+    EMOXTPixelFormat eFormat;
+    ChannelWeights weights, perceptual;
+    uint8_t ui8LeastAlpha; ///< punch-through keeps no colour where it is transparent
+    uint32_t uiQualities;
+};
+
+constexpr EtcRow k_aEtcRows[] = {
+    {ePF_ETC1, k_RGB, k_luminance, 0, 4},
+    {ePF_ETC2_RGB, k_RGB, k_luminance, 0, 4},
+    {ePF_ETC2_RGBA, k_RGB, k_luminance, 0, 4},
+    {ePF_ETC2_RGBA, k_alpha, k_alpha, 0, 4},
+    {ePF_ETC2_RGB_A1, k_RGB, k_luminance, 128, 1},
+    {ePF_EAC_R11, {1.0, 0.0, 0.0, 0.0}, {1.0, 0.0, 0.0, 0.0}, 0, 1},
+    {ePF_EAC_RG11, {1.0, 1.0, 0.0, 0.0}, {1.0, 1.0, 0.0, 0.0}, 0, 1},
+};
+
+/// At each quality the plain PSNR and, in brackets, the weighted one. Formats with one quality stand in the first column.
+bool printEtcRows(const Picture& picture, uint32_t uiQualities)
+{
+    for (const EtcRow& row : k_aEtcRows)
+    {
+        printName(picture, row.eFormat);
+        std::printf(" %s |",
+                    row.weights == k_alpha ? "A" : (row.eFormat == ePF_EAC_R11 ? "R" : (row.eFormat == ePF_EAC_RG11 ? "RG" : "RGB")));
+        for (uint32_t uiQuality = 0; uiQuality < 4; ++uiQuality)
+        {
+            if (uiQuality >= uiQualities || uiQuality >= row.uiQualities)
+            {
+                std::printf(" |");
+                continue;
+            }
+            const std::vector<uint8_t> decoded = throughFormat(picture, row.eFormat, uiQuality);
+            if (decoded.empty())
+                return false;
+            std::printf(" %.2f", getPSNR(picture, decoded, row.weights, row.ui8LeastAlpha));
+            if (row.perceptual != row.weights)
+                std::printf(" (%.2f)", getPSNR(picture, decoded, row.perceptual, row.ui8LeastAlpha));
+            std::printf(" |");
+        }
+        std::printf("\n");
+        std::fflush(stdout); // the slow ones take their time
+    }
+    return true;
+}
+
+bool printEtc(const Picture& picture)
+{
+    return printEtcRows(cutMiddle(picture, k_uiSide), 2) && printEtcRows(cutMiddle(picture, k_uiSlowSide), 4);
+}
+
+struct Family
+{
+    const char* pcName;
+    const char* pcHead;
+    bool (*print)(const Picture&);
+};
+
+constexpr Family k_aFamilies[] = {
+    {"moxtc", "| picture | format | RGB at 0 | alpha at 0 | RGB at 1 | alpha at 1 |\n|---|---|---|---|---|---|\n", printMOXTC},
+    {"etc",
+     "| picture | format | channels | Fast | Fast Perceptual | Slow | Slow Perceptual |\n"
+     "|---|---|---|---|---|---|---|\n",
+     printEtc},
+};
+
+const Family* findFamily(int iCount, char** apArguments)
+{
+    if (iCount >= 2)
+        for (const Family& family : k_aFamilies)
+            if (std::strcmp(family.pcName, apArguments[1]) == 0)
+                return &family;
+    return nullptr;
 }
 
 } // namespace
 
 int main(int argc, char** argv)
 {
-    setProcessorCount(1); // one tile: others leave blocks that no pass is for
-    std::printf("| picture | format | RGB at 0 | alpha at 0 | RGB at 1 | alpha at 1 |\n|---|---|---|---|---|---|\n");
-    for (const uint64_t ui64Seed : {1u, 2u, 3u})
+    const Family* pFamily = findFamily(argc, argv);
+    if (pFamily == nullptr)
     {
-        const Picture picture{"generated " + std::to_string(ui64Seed), k_iCrop, k_iCrop,
-                              testsupport::makePicture(k_iCrop, k_iCrop, ui64Seed)};
-        if (!printRows(picture, picture))
-            return 1;
+        std::fputs("usage: measure-encoding moxtc|etc [PICTURE...]\n", stderr);
+        return 2;
     }
+    setProcessorCount(1); // one tile of MOXTC: others leave blocks that no pass is for
+    std::fputs(pFamily->pcHead, stdout);
     bool bGood = true;
-    for (int i = 1; i < argc; ++i)
-        if (!printNamed(argv[i]))
+    for (const uint64_t ui64Seed : {1u, 2u, 3u})
+        bGood = pFamily->print(makeGenerated(k_uiSide, ui64Seed)) && bGood;
+    for (int i = 2; i < argc; ++i)
+    {
+        const std::optional<Picture> picture = readPicture(argv[i]);
+        if (!picture || picture->uiWidth < k_uiSide || picture->uiHeight < k_uiSide || !pFamily->print(*picture))
         {
-            std::fprintf(stderr, "measure-encoding: %s is no picture of %d by %d or more\n", argv[i], k_iCrop, k_iCrop);
+            std::fprintf(stderr, "measure-encoding: %s is no picture of %u by %u or more\n", argv[i], k_uiSide, k_uiSide);
             bGood = false;
         }
+    }
     return bGood ? 0 : 1;
 }
