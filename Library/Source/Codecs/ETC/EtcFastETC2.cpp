@@ -3,6 +3,7 @@
 #include "Codecs/ETC/EtcDecodeBlock.h"
 #include "Codecs/ETC/EtcErrors.h"
 #include "Codecs/ETC/EtcFastBlock.h"
+#include "Codecs/ETC/EtcFastModes.h"
 #include "Codecs/ETC/EtcHModes.h"
 #include "Codecs/ETC/EtcPlanarFit.h"
 #include "Codecs/ETC/EtcTModes.h"
@@ -23,34 +24,32 @@ enum class EWinner
 /// Sums of squares. They are whole numbers, and those that the searches give are those of the decoded blocks.
 struct PlainMeasure
 {
-    static double fit(const EtcPixels& pixels, const EtcPixels& decoded) { return blockErrorRGB(pixels, decoded); }
+    static constexpr bool k_bWeighted = false;
 
-    static double tFit(const EtcPixels& pixels, const EtcColourPair& halfIntensity, EtcBlockWords& compact)
-    {
-        return tFast(pixels, halfIntensity, compact);
-    }
+    static double measure(const EtcPixels& pixels, const EtcPixels& decoded) { return blockErrorRGB(pixels, decoded); }
+    static bool mayBeLess(uint32_t uiFound, double fError) { return uiFound < fError; }
 
-    static double hFit(const EtcPixels& pixels, const EtcColourPair& halfIntensity, EtcBlockWords& compact)
+    template <typename Decode>
+    static double measureFit(const EtcPixels&, const EtcModeFit& fit, const EtcBlockWords&, Decode)
     {
-        return hFast(pixels, halfIntensity, compact);
+        return fit.uiError;
     }
 };
 
-/// Weighted squares times 1000. The searches' whole numbers won't do: only the rounded sums tell equal errors from lesser ones.
+/// Weighted squares times 1000. The searches' whole numbers won't do where errors are near: the rounded sums of doubles tell which
+/// is the lesser.
 struct PerceptualMeasure
 {
-    static double fit(const EtcPixels& pixels, const EtcPixels& decoded) { return 1000.0 * blockErrorPerceptual(pixels, decoded); }
+    static constexpr bool k_bWeighted = true;
+    static constexpr double k_fFarthestRounding = 0.5; ///< far above what the doubles round
 
-    static double tFit(const EtcPixels& pixels, const EtcColourPair& halfIntensity, EtcBlockWords& compact)
-    {
-        static_cast<void>(tFastPerceptual(pixels, halfIntensity, compact));
-        return fit(pixels, decodeEtcPixelsT(compact));
-    }
+    static double measure(const EtcPixels& pixels, const EtcPixels& decoded) { return 1000.0 * blockErrorPerceptual(pixels, decoded); }
+    static bool mayBeLess(uint32_t uiFound, double fError) { return uiFound < fError + k_fFarthestRounding; }
 
-    static double hFit(const EtcPixels& pixels, const EtcColourPair& halfIntensity, EtcBlockWords& compact)
+    template <typename Decode>
+    static double measureFit(const EtcPixels& pixels, const EtcModeFit&, const EtcBlockWords& compact, Decode decode)
     {
-        static_cast<void>(hFastPerceptual(pixels, halfIntensity, compact));
-        return fit(pixels, decodeEtcPixelsH(compact));
+        return measure(pixels, decode(compact));
     }
 };
 
@@ -60,26 +59,34 @@ void tryPlanarTH(const EtcPixels& pixels, const EtcColourPair& halfIntensity, do
 {
     EWinner eWinner = EWinner::eOther;
     const EtcBlockWords planar = planarFit(pixels);
-    const double fPlanar = Measure::fit(pixels, decodeEtcPixelsPlanar(planar));
+    const double fPlanar = Measure::measure(pixels, decodeEtcPixelsPlanar(planar));
     if (fError > fPlanar)
     {
         fError = fPlanar;
         block = stuffPlanar(planar);
     }
-    EtcBlockWords compact;
-    const double fT = Measure::tFit(pixels, halfIntensity, compact);
-    if (fError > fT)
+    const EtcFastModes modes = fitFastModes(pixels, halfIntensity, Measure::k_bWeighted);
+    if (Measure::mayBeLess(modes.t.uiError, fError))
     {
-        fError = fT;
-        block = stuffT(compact);
-        eWinner = EWinner::eT;
+        const EtcBlockWords compact = makeFastT(pixels, modes.t, Measure::k_bWeighted);
+        const double fT = Measure::measureFit(pixels, modes.t, compact, decodeEtcPixelsT);
+        if (fError > fT)
+        {
+            fError = fT;
+            block = stuffT(compact);
+            eWinner = EWinner::eT;
+        }
     }
-    const double fH = Measure::hFit(pixels, halfIntensity, compact);
-    if (fError > fH)
+    if (Measure::mayBeLess(modes.h.uiError, fError))
     {
-        fError = fH;
-        block = stuffH(compact);
-        eWinner = EWinner::eH;
+        const EtcBlockWords compact = makeFastH(pixels, modes.h, Measure::k_bWeighted);
+        const double fH = Measure::measureFit(pixels, modes.h, compact, decodeEtcPixelsH);
+        if (fError > fH)
+        {
+            fError = fH;
+            block = stuffH(compact);
+            eWinner = EWinner::eH;
+        }
     }
 
     if (eWinner == EWinner::eT)

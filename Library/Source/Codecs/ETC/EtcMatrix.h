@@ -9,7 +9,7 @@ namespace moxtexture
 /// A small matrix of doubles, row after row, kept on the stack.
 struct EtcMatrix
 {
-    static constexpr size_t k_uiMostValues = 48;
+    static constexpr size_t k_uiMostValues = 9;
 
     size_t uiRows = 0; ///< uiRows * uiColumns is k_uiMostValues at most
     size_t uiColumns = 0;

@@ -9,10 +9,9 @@
 #include "Codecs/ETC/EtcDecodeBlock.h"
 #include "Codecs/ETC/EtcErrors.h"
 #include "Codecs/ETC/EtcFastETC2.h"
-#include "Codecs/ETC/EtcHModes.h"
+#include "Codecs/ETC/EtcFastModes.h"
 #include "Codecs/ETC/EtcPunchThroughSearch.h"
 #include "Codecs/ETC/EtcQuantise.h"
-#include "Codecs/ETC/EtcTModes.h"
 #include "Core/Diagnostics.h"
 
 namespace moxtexture
@@ -105,13 +104,6 @@ EtcDifferentialA1 differentialBlockA1(const EtcPixels& pixels, const EtcAlphas& 
     return DifferentialStart(pixels, alphas).search(pixels, bTransparentMode);
 }
 
-EtcBlockWords hFastA1(const EtcPixels& pixels, const EtcAlphas& alphas, const EtcColourPair& halfIntensity)
-{
-    EtcModeFit fit = hBlockErrorA1(pixels, alphas, orderForH(quantise444Pair(halfIntensity)));
-    settleHOrder(fit);
-    return packH(fit);
-}
-
 void etcFastBlockETC2A1(const EtcPixels& pixels, const EtcAlphas& alphas, EtcBlockWords& block)
 {
     // Where no alpha is from 1 to 128, transparent pixels and pixels that don't count are the same, and the errors of the searches
@@ -137,23 +129,24 @@ void etcFastBlockETC2A1(const EtcPixels& pixels, const EtcAlphas& alphas, EtcBlo
     }
 
     const EtcColourPair halfIntensity = lbgHalfIntensity(pixels);
-    const EtcModeFit fitT = tBlockErrorA1(pixels, alphas, quantise444Pair(halfIntensity));
-    const EtcBlockWords compactBlockT = packT(fitT);
-    const double fT = bSearchesMeasure ? fitT.uiError : blockErrorRGBA(pixels, alphas, decodeEtcPixelsA1T(compactBlockT, decodedAlphas));
-    if (fT < fError)
+    const EtcFastModes modes = fitFastModesA1(pixels, alphas, halfIntensity);
+    if (!bSearchesMeasure || modes.t.uiError < fError)
     {
-        fError = fT;
-        block = stuffT(compactBlockT, false);
+        const EtcBlockWords compact = makeFastTA1(pixels, alphas, modes.t);
+        const double fT = blockErrorRGBA(pixels, alphas, decodeEtcPixelsA1T(compact, decodedAlphas));
+        if (fT < fError)
+        {
+            fError = fT;
+            block = stuffT(compact, false);
+        }
     }
-    // Whatever its colours, the H block makes every pixel with an alpha transparent, and no other counts.
+    // On purpose: the H search makes every pixel with an alpha transparent, whatever the colours, and no other pixel counts.
     const double fH = measureBlack(pixels, alphas);
     if (fH < fError)
     {
         fError = fH;
-        block = stuffH(hFastA1(pixels, alphas, halfIntensity), false);
+        block = stuffH(makeFastHA1(pixels, alphas, modes.h), false);
     }
-    else
-        tellInvalidAlphas(alphas);
     if (start.ui32Transparent != 0)
         return;
 

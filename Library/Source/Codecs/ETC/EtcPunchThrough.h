@@ -4,7 +4,6 @@
 
 #include "Codecs/ETC/EtcBlockBits.h"
 #include "Codecs/ETC/EtcPixels.h"
-#include "Codecs/ETC/EtcTwoColours.h"
 
 namespace moxtexture
 {
@@ -20,14 +19,6 @@ struct EtcDifferentialA1
 /// halves and not at all in the error, and get the index that means transparent.
 /// @param bTransparentMode  whether the opaque bit is clear, so that one index means transparent and another the base colour
 [[nodiscard]] EtcDifferentialA1 differentialBlockA1(const EtcPixels& pixels, const EtcAlphas& alphas, bool bTransparentMode);
-
-/// Makes a block in H mode for a block with transparent pixels.
-///
-/// On purpose: the search gives the transparent index to the pixels whose alpha is not 0 and fits the colours to the others, which
-/// is the reverse of T mode; the caller's measure decides whether the block is used.
-/// @param halfIntensity  lbgHalfIntensity(pixels)
-/// @return the compact words
-[[nodiscard]] EtcBlockWords hFastA1(const EtcPixels& pixels, const EtcAlphas& alphas, const EtcColourPair& halfIntensity);
 
 /// Encodes a punch-through block: differential, T and H with transparent pixels; if there are none (no alpha below 128), the
 /// opaque modes too. A later one replaces what stands if its error is strictly less.

@@ -8,7 +8,7 @@
 #include "Codecs/ETC/EtcDecodeA1.h"
 #include "Codecs/ETC/EtcDecodeBlock.h"
 #include "Codecs/ETC/EtcErrors.h"
-#include "Codecs/ETC/EtcFastETC2.h"
+#include "Codecs/ETC/EtcFastModes.h"
 #include "Core/Diagnostics.h"
 #include "EtcTestBlocks.h"
 #include "ReferenceEtcPunchThrough.h"
@@ -283,17 +283,59 @@ TEST(EtcPunchThrough, TwoColoursWithHolesBecomeTAndKeepTheHoles)
     EXPECT_LE(blockErrorRGBA(pixels, alphas, decoded), 16.0 * 2 * 3 * 3);
 }
 
-TEST(EtcPunchThrough, HModePaintsPixelsWithAlphaTransparentAndTheOthersNot)
+TEST(EtcPunchThrough, AnHBlockPaintsPixelsWithAlphaTransparentAndIsMeasuredSo)
 {
+    // What the encoder takes for granted of the H search, so that it need not decode.
     const TestBlocks blocks(891, 3000);
     for (size_t i = 0; i < blocks.pixels.size(); ++i)
     {
-        const EtcBlockWords compact = hFastA1(blocks.pixels[i], blocks.alphas[i], lbgHalfIntensity(blocks.pixels[i]));
-        ASSERT_EQ(etcreference::hFastA1(blocks.pixels[i], blocks.alphas[i]), compact);
+        const EtcPixels& pixels = blocks.pixels[i];
+        const EtcAlphas& alphas = blocks.alphas[i];
+        const EtcModeFit fit = fitFastModesA1(pixels, alphas, lbgHalfIntensity(pixels)).h;
+        const EtcBlockWords compact = makeFastHA1(pixels, alphas, fit);
+        ASSERT_EQ(etcreference::hFastA1(pixels, alphas), compact);
         for (uint32_t y = 0; y < 4; ++y)
             for (uint32_t x = 0; x < 4; ++x)
-                ASSERT_EQ(blocks.alphas[i].aui8[etcPixelIndex(x, y)] != 0, getEtcIndex(compact.ui32Low, x, y) == 2);
+                ASSERT_EQ(alphas.aui8[etcPixelIndex(x, y)] != 0, getEtcIndex(compact.ui32Low, x, y) == 2);
+        EtcAlphas decodedAlphas;
+        const EtcPixels black{};
+        ASSERT_EQ(blockErrorRGBA(pixels, alphas, black), blockErrorRGBA(pixels, alphas, decodeEtcPixelsA1H(compact, decodedAlphas)));
     }
+}
+
+TEST(EtcPunchThrough, AnHBlockIsTakenWhereBlackIsLess)
+{
+    // Two dark pixels are measured; the bright ones with an alpha of 128 are not, and draw all colours of the other blocks to
+    // themselves.
+    testsupport::CSeededRandom random(901);
+    int iTaken = 0;
+    for (int i = 0; i < 2000; ++i)
+    {
+        EtcPixels pixels;
+        EtcAlphas alphas = flatAlphas(128);
+        for (std::array<uint8_t, 16>* const pPlane : {&pixels.aui8Red, &pixels.aui8Green, &pixels.aui8Blue})
+            for (uint8_t& ui8Value : *pPlane)
+                ui8Value = static_cast<uint8_t>(80 + random.below(2) * 100 + random.below(70));
+        for (const uint32_t uiPixel : {random.below(8), 8 + random.below(8)})
+        {
+            pixels.aui8Red[uiPixel] = pixels.aui8Green[uiPixel] = pixels.aui8Blue[uiPixel] = static_cast<uint8_t>(random.below(40));
+            alphas.aui8[uiPixel] = 255;
+        }
+        alphas.aui8[random.below(16)] = 0; // so that no opaque mode follows
+        const EtcBlockWords block = encode(pixels, alphas);
+        if (getEtcDifferentialMode(block.ui32High) != eEtcH)
+            continue;
+        ++iTaken;
+        EtcAlphas ignored;
+        const double fError = blockErrorRGBA(pixels, alphas, decodeEtcPixelsA1(block, ignored));
+        const EtcBlockWords differential = differentialBlockA1(pixels, alphas, true).block;
+        ASSERT_LT(fError, blockErrorRGBA(pixels, alphas, decodeEtcPixelsA1(differential, ignored)));
+        ASSERT_EQ(0u, block.ui32High & k_ui32EtcDiffBit);
+        EtcBlockWords expected;
+        etcreference::etcFastBlockETC2A1(pixels, alphas, expected);
+        ASSERT_EQ(expected, block);
+    }
+    EXPECT_GT(iTaken, 20);
 }
 
 } // namespace
