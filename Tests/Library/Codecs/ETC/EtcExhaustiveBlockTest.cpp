@@ -1,0 +1,135 @@
+#include "Codecs/ETC/EtcExhaustiveBlock.h"
+
+#include "Codecs/ETC/EtcDecodeBlock.h"
+#include "Codecs/ETC/EtcErrors.h"
+#include "EtcExhaustiveHalvesTests.h"
+#include "ReferenceEtcExhaustiveBlock.h"
+
+// The shipped searches, where only their order and the choice are to be looked at.
+#include "Codecs/ETC/EtcExhaustiveDifferential.h"
+#include "Codecs/ETC/EtcExhaustiveH.h"
+#include "Codecs/ETC/EtcExhaustiveIndividual.h"
+#include "Codecs/ETC/EtcExhaustivePlanar.h"
+#include "Codecs/ETC/EtcExhaustiveT.h"
+
+namespace
+{
+
+using namespace moxtexture;
+
+struct ShippedSearches
+{
+    template <EEtcMeasure eMeasure>
+    static constexpr auto individual = eMeasure == EEtcMeasure::ePlain ? searchIndividualExhaustive : searchIndividualExhaustivePerceptual;
+    template <EEtcMeasure eMeasure>
+    static constexpr auto differential =
+        eMeasure == EEtcMeasure::ePlain ? searchDifferentialExhaustive : searchDifferentialExhaustivePerceptual;
+    template <EEtcMeasure eMeasure>
+    static constexpr auto h = eMeasure == EEtcMeasure::ePlain ? searchHExhaustive : searchHExhaustivePerceptual;
+    template <EEtcMeasure eMeasure>
+    static constexpr auto t = eMeasure == EEtcMeasure::ePlain ? searchTExhaustive : searchTExhaustivePerceptual;
+
+    template <EEtcMeasure eMeasure>
+    static bool planar(const EtcPixels& pixels, uint32_t uiBound, const std::array<uint32_t, 3>& errors, EtcBlockWords& compact)
+    {
+        const auto search = eMeasure == EEtcMeasure::ePlain ? searchPlanarExhaustive : searchPlanarExhaustivePerceptual;
+        return search(pixels, uiBound, errors[0], errors[1], errors[2], compact);
+    }
+};
+
+using Encoder = void (*)(const EtcPixels&, EtcBlockWords&);
+
+void expectReferenceBlocks(Encoder encode, Encoder reference, const std::vector<EtcPixels>& blocks)
+{
+    for (size_t i = 0; i < blocks.size(); ++i)
+    {
+        EtcBlockWords expected, words;
+        reference(blocks[i], expected);
+        encode(blocks[i], words);
+        ASSERT_EQ(expected.ui32High, words.ui32High) << "block " << i;
+        ASSERT_EQ(expected.ui32Low, words.ui32Low) << "block " << i;
+    }
+}
+
+} // namespace
+
+TEST(EtcExhaustiveBlock, ETC1GivesTheReferenceBlocks)
+{
+    const auto blocks = etctest::makeBlocksForSlowSearch(91, 12);
+    expectReferenceBlocks(etcExhaustiveBlockETC1, etcreference::etcExhaustiveBlockETC1<>, blocks);
+    expectReferenceBlocks(etcExhaustiveBlockETC1Perceptual, etcreference::etcExhaustiveBlockETC1Perceptual<>, blocks);
+}
+
+TEST(EtcExhaustiveBlock, ETC2GivesTheReferenceBlocks)
+{
+    const auto blocks = etctest::makeEtcTestBlocks(92, 9);
+    expectReferenceBlocks(etcExhaustiveBlockETC2, etcreference::etcExhaustiveBlockETC2<>, blocks);
+    expectReferenceBlocks(etcExhaustiveBlockETC2Perceptual, etcreference::etcExhaustiveBlockETC2Perceptual<>, blocks);
+}
+
+TEST(EtcExhaustiveBlock, ETC1TakesTheBlocksInOrder)
+{
+    const auto blocks = etctest::makeEtcTestBlocks(93, 900);
+    expectReferenceBlocks(etcExhaustiveBlockETC1, etcreference::etcExhaustiveBlockETC1<ShippedSearches>, blocks);
+    expectReferenceBlocks(etcExhaustiveBlockETC1Perceptual, etcreference::etcExhaustiveBlockETC1Perceptual<ShippedSearches>, blocks);
+}
+
+TEST(EtcExhaustiveBlock, ETC2TakesTheBlocksInOrder)
+{
+    const auto blocks = etctest::makeEtcTestBlocks(94, 270);
+    expectReferenceBlocks(etcExhaustiveBlockETC2, etcreference::etcExhaustiveBlockETC2<ShippedSearches>, blocks);
+    expectReferenceBlocks(etcExhaustiveBlockETC2Perceptual, etcreference::etcExhaustiveBlockETC2Perceptual<ShippedSearches>, blocks);
+}
+
+TEST(EtcExhaustiveBlock, EqualErrorsKeepTheBlockThatTheOrderSays)
+{
+    // A flat 8 is 0 + 8 exactly (table 0, position 3, index 1: the lsb plane). The fast search finds it in a differential block, the
+    // search of individual mode in its own; the means' 5-bit level is 1, which is off by 2.
+    const EtcPixels pixels = etctest::flatEtcBlock(8, 8, 8);
+    forEachInstructionSet(
+        [&]
+        {
+            EtcBlockWords words;
+            etcExhaustiveBlockETC1(pixels, words); // differential, individual, fast
+            EXPECT_EQ(0u, words.ui32High);
+            EXPECT_EQ(0xFFFFu, words.ui32Low);
+            for (const Encoder encode : {etcExhaustiveBlockETC1Perceptual, etcExhaustiveBlockETC2, etcExhaustiveBlockETC2Perceptual})
+            {
+                encode(pixels, words); // fast first
+                EXPECT_EQ(2u, words.ui32High);
+                EXPECT_EQ(0xFFFFu, words.ui32Low);
+            }
+        });
+}
+
+TEST(EtcExhaustiveBlock, ADifferentialBlockThatWonByTheErrorOfRowsIsWorseThanTheFastOne)
+{
+    // Greys of 97 above and 121 below: a pair of rows costs nothing, as EtcExhaustiveDifferentialTest.cpp works out, and the upright
+    // block made from its colours ties with the fast search's flipped one, which is exact, and stands.
+    EtcPixels pixels{};
+    for (size_t i = 0; i < 16; ++i)
+        pixels.aui8Red[i] = pixels.aui8Green[i] = pixels.aui8Blue[i] = i < 8 ? 97 : 121;
+    EtcBlockWords words;
+    EXPECT_EQ(0.0, etcFastBlockETC1(pixels, words));
+    etcExhaustiveBlockETC1(pixels, words);
+    EXPECT_EQ(0x6363632Au, words.ui32High);
+    EXPECT_EQ(0xFF3333CCu, words.ui32Low);
+    EXPECT_EQ(1104.0, blockErrorRGB(pixels, decodeEtcPixelsETC1(words)));
+}
+
+TEST(EtcExhaustiveBlock, ETC2IsNeverWorseThanWhatTheModesWithoutTheOddityReach)
+{
+    for (const EtcPixels& pixels : etctest::makeEtcTestBlocks(95, 90))
+    {
+        EtcBlockWords words;
+        etcExhaustiveBlockETC2(pixels, words);
+        const bool bDifferential = (words.ui32High & k_ui32EtcDiffBit) != 0 && getEtcDifferentialMode(words.ui32High) == eEtcDifferential;
+        if (bDifferential)
+            continue;
+        EtcBlockWords other;
+        EXPECT_LE(blockErrorRGB(pixels, decodeEtcPixelsETC2(words)), etcFastBlockETC1(pixels, other));
+        EXPECT_LE(blockErrorRGB(pixels, decodeEtcPixelsETC2(words)), searchIndividualExhaustive(pixels, UINT32_MAX, other));
+        EXPECT_LE(blockErrorRGB(pixels, decodeEtcPixelsETC2(words)), searchTExhaustive(pixels, UINT32_MAX, other));
+        EXPECT_LE(blockErrorRGB(pixels, decodeEtcPixelsETC2(words)), searchHExhaustive(pixels, UINT32_MAX, other));
+    }
+}

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include "Codecs/ETC/EtcFastBlock.h"
+#include "EtcTestBlocks.h"
+#include "Support/EveryInstructionSet.h"
+
+/// What the tests of the searches of individual and of differential mode share.
+namespace etctest
+{
+
+using moxtexture::EtcBlockWords;
+using HalfSearch = uint32_t (*)(const EtcPixels&, uint32_t, EtcBlockWords&);
+
+/// Of every kind of block, but few of those kinds that take the plain loops long: random, two colours, extreme.
+inline std::vector<EtcPixels> makeBlocksForSlowSearch(uint32_t uiSeed, size_t uiOfEachKind)
+{
+    constexpr size_t uiKinds = 9;
+    constexpr bool abLong[uiKinds] = {false, true, false, false, false, false, true, true, false};
+    const std::vector<EtcPixels> all = makeEtcTestBlocks(uiSeed, uiKinds * uiOfEachKind);
+    std::vector<EtcPixels> blocks;
+    for (size_t i = 0; i < all.size(); ++i)
+        if (!abLong[i % uiKinds] || i / uiKinds % 6 == 0)
+            blocks.push_back(all[i]);
+    return blocks;
+}
+
+inline void expectReferenceSearch(HalfSearch search, HalfSearch reference, const EtcPixels& pixels, uint32_t uiBound)
+{
+    EtcBlockWords expected;
+    const uint32_t uiExpected = reference(pixels, uiBound, expected);
+    forEachInstructionSet(
+        [&]
+        {
+            EtcBlockWords words;
+            EXPECT_EQ(uiExpected, search(pixels, uiBound, words));
+            EXPECT_EQ(expected.ui32High, words.ui32High);
+            EXPECT_EQ(expected.ui32Low, words.ui32Low);
+        });
+}
+
+/// The same words and errors as the reference's: without a bound, with the fast search's error and less than that, and with what
+/// the search itself finds, where it depends on the bound alone what stands.
+/// @param uiScale  of the fast search's error, a double, to the search's
+inline void expectReferenceSearches(HalfSearch search, HalfSearch reference, double (*fast)(const EtcPixels&, EtcBlockWords&),
+                                    double fScale, const std::vector<EtcPixels>& blocks)
+{
+    for (size_t i = 0; i < blocks.size(); ++i)
+    {
+        SCOPED_TRACE(i);
+        EtcBlockWords words;
+        const auto uiFast = static_cast<uint32_t>(fast(blocks[i], words) * fScale);
+        const uint32_t uiLeast = search(blocks[i], UINT32_MAX, words);
+        const uint32_t auiBounds[] = {UINT32_MAX, uiFast, uiFast / 4 * 3, uiFast / 2, uiLeast, uiLeast + 1, uiLeast / 8 * 7, uiLeast / 3};
+        expectReferenceSearch(search, reference, blocks[i], auiBounds[i % 4]);
+        expectReferenceSearch(search, reference, blocks[i], auiBounds[4 + i / 4 % 4]);
+        ASSERT_FALSE(::testing::Test::HasFailure());
+    }
+}
+
+} // namespace etctest
