@@ -45,7 +45,7 @@ constexpr uint32_t placeOfPair(const EtcPair& pair)
 /// @param pair        receives the pair; left alone where no error is below uiBound
 /// @return the error, or uiBound
 ///
-/// Takes up to 256 KiB in std::vector. Keeps no state.
+/// Its tables take 290 KiB of the stack. Keeps no state.
 uint32_t findLeastPair(const EtcPixels& pixels, EEtcPairKind eKind, const std::array<uint32_t, 3>& auiWeights, uint32_t uiBound,
                        EtcPair& pair);
 

@@ -1,7 +1,6 @@
 #include "Codecs/ETC/EtcPairSearch.h"
 
 #include <algorithm>
-#include <vector>
 
 #include "Codecs/ETC/EtcHModes.h"
 #include "Codecs/ETC/EtcModePaints.h"
@@ -37,7 +36,12 @@ namespace hn = hwy::HWY_NAMESPACE;
 using D16 = hn::CappedTag<uint16_t, 16>;
 using V16 = hn::Vec<D16>;
 
+using D32 = hn::CappedTag<int32_t, 16>;
+using D16OfD32 = hn::Rebind<uint16_t, D32>;
+
 constexpr D16 d16{};
+constexpr D32 d32{};
+constexpr D16OfD32 d16OfD32{};
 
 constexpr size_t k_uiPixels = 16;
 constexpr size_t k_uiLevels = 16;
@@ -73,7 +77,7 @@ struct ColourTables
     PaintTerms aaTerms[3][k_uiMostPaints]; ///< channels, paints
     LevelRow reds;                         ///< lanes: reds; least over all greens and blues
     LevelRow aGreens[16];                  ///< for each red; lanes: greens; least over all blues
-    std::vector<LevelRow> blues;           ///< for each red and green; lanes: blues; exact but for the shift
+    LevelRow aBlues[256];                  ///< for each red and green; lanes: blues; exact but for the shift
     std::array<bool, 16> abGreensFilled;
     std::array<bool, 256> abBluesFilled;
 };
@@ -85,18 +89,24 @@ HWY_INLINE uint16_t addSaturated(uint32_t a, uint32_t b)
 
 void fillPaintTerms(const std::array<uint8_t, 16>& aui8Pixels, int32_t iOffset, uint32_t uiWeight, uint32_t uiShift, PaintTerms& terms)
 {
+    const size_t uiLanes = hn::Lanes(d32);
+    const auto weight = hn::Set(d32, static_cast<int32_t>(uiWeight));
+    const auto most = hn::Set(d32, 65535);
     for (size_t uiPixel = 0; uiPixel < k_uiPixels; ++uiPixel)
     {
-        uint32_t uiLeast = 65535;
-        for (size_t uiLevel = 0; uiLevel < k_uiLevels; ++uiLevel)
+        const auto pixel = hn::Set(d32, aui8Pixels[uiPixel]);
+        auto least = most;
+        for (size_t i = 0; i < k_uiLevels; i += uiLanes)
         {
-            const int32_t iPaint = std::clamp(static_cast<int32_t>(uiLevel) * 17 + iOffset, 0, 255);
-            const int32_t iDifference = iPaint - aui8Pixels[uiPixel];
-            const uint32_t uiError = std::min((static_cast<uint32_t>(iDifference * iDifference) * uiWeight) >> uiShift, uint32_t{65535});
-            terms.row.aaui[uiPixel][uiLevel] = static_cast<uint16_t>(uiError);
-            uiLeast = std::min(uiLeast, uiError);
+            const auto colour = hn::Mul(hn::Iota(d32, static_cast<int32_t>(i)), hn::Set(d32, 17));
+            const auto paint = hn::Clamp(hn::Add(colour, hn::Set(d32, iOffset)), hn::Zero(d32), hn::Set(d32, 255));
+            const auto difference = hn::Sub(paint, pixel);
+            const auto square = hn::Mul(hn::Mul(difference, difference), weight);
+            const auto term = hn::Min(hn::ShiftRightSame(square, static_cast<int>(uiShift)), most);
+            least = hn::Min(least, term);
+            hn::Store(hn::DemoteTo(d16OfD32, term), d16OfD32, terms.row.aaui[uiPixel] + i);
         }
-        terms.least.aui[uiPixel] = static_cast<uint16_t>(uiLeast);
+        terms.least.aui[uiPixel] = static_cast<uint16_t>(hn::GetLane(hn::MinOfLanes(d32, least)));
     }
 }
 
@@ -147,16 +157,15 @@ HWY_INLINE const LevelRow& getBlues(ColourTables& tables, size_t uiRed, size_t u
     if (!tables.abBluesFilled[uiRow])
     {
         tables.abBluesFilled[uiRow] = true;
-        tables.blues.resize(256);
         fillLeast(
             tables, 2,
             [&](size_t uiPixel, size_t uiPaint) {
                 return addSaturated(tables.aaTerms[0][uiPaint].row.aaui[uiPixel][uiRed],
                                     tables.aaTerms[1][uiPaint].row.aaui[uiPixel][uiGreen]);
             },
-            tables.blues[uiRow]);
+            tables.aBlues[uiRow]);
     }
-    return tables.blues[uiRow];
+    return tables.aBlues[uiRow];
 }
 
 /// Sixteen sums, one a level.
