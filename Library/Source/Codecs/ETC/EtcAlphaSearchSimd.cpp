@@ -18,7 +18,7 @@ namespace
 {
 
 constexpr size_t k_uiPixels = 16;
-constexpr size_t k_uiMostBases = 4;
+constexpr size_t k_uiMostBases = 2; // four, in vectors of 512 bits, take longer
 constexpr uint32_t k_uiRowsAtOnce = 16;
 constexpr int32_t k_iNoSum = 1000000000;
 constexpr int32_t k_iSaturated = 65535;
@@ -36,12 +36,8 @@ constexpr std::array<std::array<uint8_t, 256 + k_uiRowsAtOnce>, 8> makeSizes()
 
 constexpr std::array<std::array<uint8_t, 256 + k_uiRowsAtOnce>, 8> k_aaui8Sizes = makeSizes();
 
-/// The sums of some bases, each a step above the one before.
-struct BaseSums
-{
-    std::array<int32_t, k_uiMostBases> aiTotal; ///< of all pixels; or any number above the limit where the total is
-    std::array<int32_t, k_uiMostBases> aiLeft;  ///< the first one above the limit as the pixels add up, where the total is above it
-};
+/// The sums of some bases, each a step above the one before: of all pixels, or the first one above the limit as the pixels add up.
+using BaseSums = std::array<int32_t, k_uiMostBases>;
 
 struct AlphaSearchState
 {
@@ -52,17 +48,16 @@ struct AlphaSearchState
     EtcAlphaChoice choice;
 };
 
-/// One base whose sums are taken pixel by pixel.
-inline void addUpSquares(const uint16_t* pui16Squares, int32_t iLimit, int32_t& iTotal, int32_t& iLeft)
+inline int32_t addUpSquares(const std::array<uint16_t, k_uiPixels>& squares, int32_t iLimit)
 {
-    iTotal = 0;
-    for (size_t i = 0; i < k_uiPixels; ++i)
+    int32_t iSum = 0;
+    for (const uint16_t ui16Square : squares)
     {
-        iTotal += pui16Squares[i];
-        if (iTotal > iLimit)
+        iSum += ui16Square;
+        if (iSum > iLimit)
             break;
     }
-    iLeft = iTotal;
+    return iSum;
 }
 
 } // namespace
@@ -98,7 +93,7 @@ HWY_INLINE void measureBases(const EtcStoredAlphas& alphas, uint32_t uiRow, int3
             iLeast = std::min(iLeast, std::abs(values[k] - alphas[i]));
         aui16Squares[i] = static_cast<uint16_t>(iLeast * iLeast);
     }
-    addUpSquares(aui16Squares.data(), iLimit, sums.aiTotal[0], sums.aiLeft[0]);
+    sums[0] = addUpSquares(aui16Squares, iLimit);
 }
 
 #else
@@ -152,7 +147,7 @@ HWY_INLINE V16 addUp(V16 squares)
     return hn::SaturatedAdd(fours, hn::ShiftLeftLanes<4>(d16, fours));
 }
 
-/// @param bLeftToo  false where only totals up to the limit are of use
+/// @param bLeftToo  false where sums above the limit need only be above it
 HWY_INLINE void measureBases(const EtcStoredAlphas& alphas, uint32_t uiRow, int32_t iBase, int32_t iStep, int32_t iLimit, bool bLeftToo,
                              BaseSums& sums)
 {
@@ -165,14 +160,17 @@ HWY_INLINE void measureBases(const EtcStoredAlphas& alphas, uint32_t uiRow, int3
 
     HWY_ALIGN std::array<uint16_t, 8 * k_uiMostBases> aui16First;
     HWY_ALIGN std::array<uint16_t, 8 * k_uiMostBases> aui16Last;
-    bool bExact = iLimit < k_iSaturated;
-    if (bExact)
+    const V16 firstSums = addUp(firstSquares);
+    const V16 lastSums = hn::SaturatedAdd(addUp(lastSquares), hn::Broadcast<7>(firstSums));
+    hn::Store(lastSums, d16, aui16Last.data());
+    bool bExact = true;
+    for (size_t i = 0; i < getBasesAtOnce(); ++i)
     {
-        const V16 firstSums = addUp(firstSquares);
-        const V16 lastSums = hn::SaturatedAdd(addUp(lastSquares), hn::Broadcast<7>(firstSums));
-        hn::Store(lastSums, d16, aui16Last.data());
-        for (size_t i = 0; i < getBasesAtOnce(); ++i)
-            sums.aiTotal[i] = aui16Last[i * 8 + 7];
+        sums[i] = aui16Last[i * 8 + 7];
+        bExact = bExact && sums[i] != k_iSaturated;
+    }
+    if (iLimit < k_iSaturated)
+    {
         if (!bLeftToo)
             return;
 
@@ -185,10 +183,12 @@ HWY_INLINE void measureBases(const EtcStoredAlphas& alphas, uint32_t uiRow, int3
         least = hn::Min(least, hn::ShiftRightLanes<2>(d16, least));
         least = hn::Min(least, hn::ShiftRightLanes<1>(d16, least));
         hn::Store(least, d16, aui16First.data());
+        bExact = true;
         for (size_t i = 0; i < getBasesAtOnce(); ++i)
         {
-            sums.aiLeft[i] = aui16First[i * 8] + iLimit + 1;
-            bExact = bExact && sums.aiLeft[i] != k_iSaturated;
+            if (sums[i] > iLimit)
+                sums[i] = aui16First[i * 8] + iLimit + 1;
+            bExact = bExact && sums[i] != k_iSaturated;
         }
     }
     if (bExact)
@@ -201,47 +201,41 @@ HWY_INLINE void measureBases(const EtcStoredAlphas& alphas, uint32_t uiRow, int3
         std::array<uint16_t, k_uiPixels> aui16Squares;
         std::copy_n(aui16First.begin() + static_cast<std::ptrdiff_t>(i * 8), 8, aui16Squares.begin());
         std::copy_n(aui16Last.begin() + static_cast<std::ptrdiff_t>(i * 8), 8, aui16Squares.begin() + 8);
-        addUpSquares(aui16Squares.data(), iLimit, sums.aiTotal[i], sums.aiLeft[i]);
+        sums[i] = addUpSquares(aui16Squares, iLimit);
     }
 }
 
 #endif
 
+/// One row by itself: where there is no best sum yet, or sums of 65535 and more matter.
 HWY_INLINE void searchRow(AlphaSearchState& state, uint32_t uiRow)
 {
     const auto iBasesAtOnce = static_cast<int32_t>(getBasesAtOnce());
     int32_t iRowBest = k_iNoSum;
     int32_t iRowBase = state.iMean;
-    BaseSums sums;
-    for (size_t uiScale = 0; uiScale < 3; ++uiScale)
+    BaseSums sums{};
+    for (size_t uiScale = 0; uiScale < 3 && iRowBest > 0; ++uiScale)
     {
         const int32_t iStep = state.scales.aiSteps[uiScale];
         const int32_t iReach = uiScale == 0 ? state.scales.iFirstReach : state.scales.iLaterReach * iStep;
         const int32_t iEnd = std::min(iRowBase + iReach, 255);
         for (int32_t iFirst = std::max(iRowBase - iReach, 0); iFirst <= iEnd; iFirst += iBasesAtOnce * iStep)
         {
-            // A sum that was left is above the best one, so it counts only while the row has nothing as good as that.
+            // The best sum of all may fall within the row, and sums be left at that. It is the row's best then, so they don't count
+            // either way: the limit of the row's start serves.
             measureBases(state.alphas, uiRow, iFirst, iStep, state.iBest, iRowBest > state.iBest, sums);
             for (int32_t i = 0; i < iBasesAtOnce && iFirst + i * iStep <= iEnd; ++i)
-            {
-                const int32_t iTotal = sums.aiTotal[static_cast<size_t>(i)];
-                if (iTotal > state.iBest && iRowBest <= state.iBest)
-                    continue;
-                const int32_t iSum = iTotal > state.iBest ? sums.aiLeft[static_cast<size_t>(i)] : iTotal;
-                if (iSum < iRowBest)
+                if (sums[static_cast<size_t>(i)] < iRowBest)
                 {
-                    iRowBest = iSum;
+                    iRowBest = sums[static_cast<size_t>(i)];
                     iRowBase = iFirst + i * iStep;
                 }
-                if (iSum < state.iBest)
-                {
-                    state.iBest = iSum;
-                    state.choice = {iFirst + i * iStep, uiRow};
-                }
-            }
-            if (state.iBest == 0)
-                return;
         }
+    }
+    if (iRowBest < state.iBest)
+    {
+        state.iBest = iRowBest;
+        state.choice = {iRowBase, uiRow};
     }
 }
 
