@@ -22,6 +22,11 @@ namespace
 
 using ChannelValues = std::array<uint8_t, 16>;
 
+uint8_t pixelAt(const ChannelValues& values, int32_t x, int32_t y)
+{
+    return values[etcPixelIndex(static_cast<size_t>(x), static_cast<size_t>(y))];
+}
+
 constexpr double k_fFarthestRounding = 0.375;
 constexpr double k_fMargin = 1.0; ///< in sixteenths of a squared error, far above what the doubles round
 
@@ -82,7 +87,7 @@ public:
     {
         for (int32_t y = 0; y < 4; ++y)
             for (int32_t x = 0; x < 4 && x + y <= iReach; ++x)
-                add(4 - x - y, x, y, 4 * values[static_cast<size_t>(y * 4 + x)] - 0.5);
+                add(4 - x - y, x, y, 4 * pixelAt(values, x, y) - 0.5);
         m_fRounding = 4.0 * k_fFarthestRounding * std::sqrt(m_fCount);
         // The least over V of the whole is a form in O and H.
         m_fFlatOO = m_fOO - m_fOV * m_fOV / m_fVV;
@@ -212,7 +217,7 @@ private:
             return;
         uint32_t uiRow = 0;
         for (int32_t x = 0; x < 4; ++x)
-            uiRow += squaredError(x * (iHorizontal - iOrigin) + 4 * iOrigin + 2, m_values[static_cast<size_t>(x)]);
+            uiRow += squaredError(x * (iHorizontal - iOrigin) + 4 * iOrigin + 2, pixelAt(m_values, x, 0));
         if (uiRow >= m_uiBest)
             return;
         const Interval unclamped = findUnclamped(iOrigin, iHorizontal);
@@ -244,7 +249,7 @@ private:
         {
             const int32_t iStart = y * (iVertical - iOrigin) + 4 * iOrigin + 2;
             for (int32_t x = 0; x < 4; ++x)
-                uiSum += squaredError(x * (iHorizontal - iOrigin) + iStart, m_values[static_cast<size_t>(y * 4 + x)]);
+                uiSum += squaredError(x * (iHorizontal - iOrigin) + iStart, pixelAt(m_values, x, y));
         }
         return uiSum;
     }

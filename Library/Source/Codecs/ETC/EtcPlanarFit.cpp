@@ -40,7 +40,8 @@ void sumChannel(const std::array<uint8_t, 16>& aui8Values, size_t uiChannel, Etc
 
 uint8_t quantise(double fValue, double fBytesOfLevel)
 {
-    return static_cast<uint8_t>(std::clamp(fValue, 0.0, 255.0) / fBytesOfLevel + 0.5);
+    const double fHalfUp = std::clamp(fValue, 0.0, 255.0) / fBytesOfLevel + 0.5;
+    return static_cast<uint8_t>(fHalfUp);
 }
 
 } // namespace

@@ -47,20 +47,20 @@ void expectReference(const EtcPixels& pixels, uint32_t uiBound, const std::array
 
 TEST(EtcExhaustivePlanar, FindsTheFirstLeastBlockOfAllCodewords)
 {
-    for (const EtcPixels& pixels : etctest::makeEtcTestBlocks(811, 1000))
+    for (const EtcPixels& pixels : etctest::makeEtcTestBlocks(811, 600))
         ASSERT_NO_FATAL_FAILURE(expectReference(pixels, k_uiEtcMaxPlainError, fitErrors(pixels), false));
 }
 
 TEST(EtcExhaustivePlanar, FindsTheFirstLeastBlockByWeightedErrors)
 {
-    for (const EtcPixels& pixels : etctest::makeEtcTestBlocks(812, 400))
+    for (const EtcPixels& pixels : etctest::makeEtcTestBlocks(812, 300))
         ASSERT_NO_FATAL_FAILURE(expectReference(pixels, k_uiEtcMaxPerceptualError, fitErrors(pixels), true));
 }
 
 TEST(EtcExhaustivePlanar, FindsWhatABoundOfTheWholeBlockLeaves)
 {
     testsupport::CSeededRandom random(813);
-    for (const EtcPixels& pixels : etctest::makeEtcTestBlocks(814, 500))
+    for (const EtcPixels& pixels : etctest::makeEtcTestBlocks(814, 300))
     {
         const std::array<uint32_t, 3> errors = fitErrors(pixels);
         const uint32_t uiMost = std::max({errors[0], errors[1], errors[2]});

@@ -36,6 +36,8 @@ inline std::optional<std::array<uint32_t, 3>> searchPlanarChannel(const std::arr
     for (int iOrigin = 0; iOrigin < 1 << iBits; ++iOrigin)
     {
         const int o = planarByte(iOrigin, iBits);
+        if (planarPixelError(values, 0, 0, o, 0, 0, uiWeight) > i64Limit)
+            continue;
         // The pixels below the first, by the vertical level.
         std::vector<int64_t> columns;
         for (int iVertical = 0; iVertical < 1 << iBits; ++iVertical)
