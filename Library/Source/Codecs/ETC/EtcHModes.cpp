@@ -28,6 +28,14 @@ EtcModeFit fitDistances(const EtcPixels& pixels, const EtcColourPair& levels, bo
     return fit;
 }
 
+/// The settled fit of two colours given as bytes.
+EtcModeFit fitColours(const EtcPixels& pixels, const EtcColourPair& bytes, bool bWeighted)
+{
+    EtcModeFit fit = fitDistances(pixels, orderForH(quantise444Pair(bytes)), bWeighted);
+    settleHOrder(fit);
+    return fit;
+}
+
 } // namespace
 
 EtcColourPair orderForH(const EtcColourPair& levels)
@@ -105,23 +113,9 @@ EtcBlockWords packH(const EtcModeFit& fit)
             indexToBlockOrder(fit.ui32Indices)};
 }
 
-EtcModeFit hFitOfColours(const EtcPixels& pixels, const EtcColourPair& bytes)
-{
-    EtcModeFit fit = hBlockError(pixels, orderForH(quantise444Pair(bytes)));
-    settleHOrder(fit);
-    return fit;
-}
-
-EtcModeFit hFitOfColoursWeighted(const EtcPixels& pixels, const EtcColourPair& bytes)
-{
-    EtcModeFit fit = hBlockErrorWeighted(pixels, orderForH(quantise444Pair(bytes)));
-    settleHOrder(fit);
-    return fit;
-}
-
 uint32_t hFast(const EtcPixels& pixels, const EtcColourPair& halfIntensity, EtcBlockWords& compact)
 {
-    const EtcModeFit fit = hFitOfColours(pixels, halfIntensity);
+    const EtcModeFit fit = fitColours(pixels, halfIntensity, false);
     compact = packH(fit);
     return fit.uiError;
 }
@@ -133,7 +127,7 @@ uint32_t hFast(const EtcPixels& pixels, EtcBlockWords& compact)
 
 uint32_t hFastPerceptual(const EtcPixels& pixels, const EtcColourPair& halfIntensity, EtcBlockWords& compact)
 {
-    const EtcModeFit fit = hFitOfColoursWeighted(pixels, halfIntensity);
+    const EtcModeFit fit = fitColours(pixels, halfIntensity, true);
     compact = packH(fit);
     return fit.uiError;
 }
@@ -145,8 +139,8 @@ uint32_t hFastPerceptual(const EtcPixels& pixels, EtcBlockWords& compact)
 
 EtcBlockWords hRefine(const EtcPixels& pixels)
 {
-    EtcModeFit best = hFitOfColours(pixels, lbgNoIntensityH(pixels));
-    const EtcModeFit other = hFitOfColours(pixels, lbgRGBH(pixels));
+    EtcModeFit best = fitColours(pixels, lbgNoIntensityH(pixels), false);
+    const EtcModeFit other = fitColours(pixels, lbgRGBH(pixels), false);
     return packH(other.uiError < best.uiError ? other : best);
 }
 

@@ -33,7 +33,8 @@ EtcModeFit hBlockErrorWeighted(const EtcPixels& pixels, const EtcColourPair& lev
 
 /// As hBlockError for punch-through. On purpose the reverse of what T mode does: a pixel with alpha takes the paint that will be
 /// stored as index 2 and has no error, a pixel with alpha 0 chooses among the other three.
-/// An alpha other than 0 and 255 is told by writeDiagnostic, once for each such pixel.
+/// An alpha other than 0 and 255 is told by writeDiagnostic, once for each such pixel. The encoder gets the same through
+/// fitFastModesA1.
 EtcModeFit hBlockErrorA1(const EtcPixels& pixels, const EtcAlphas& alphas, const EtcColourPair& levels);
 
 /// The parts of the above: the best of what measureModes (or measureModesA1) gives for these levels, without indices; the indices of
@@ -50,10 +51,6 @@ void settleHOrder(EtcModeFit& fit);
 /// The block before stuffing: the high word holds the two 12-bit colours and the upper two bits of the distance in 26 bits, the
 /// first colour on top; the low word the indices in stored form. The order of the fit's colours must be settled.
 EtcBlockWords packH(const EtcModeFit& fit);
-
-/// The fit that hFast packs: two colours as bytes to levels, ordered, searched and settled.
-EtcModeFit hFitOfColours(const EtcPixels& pixels, const EtcColourPair& bytes);
-EtcModeFit hFitOfColoursWeighted(const EtcPixels& pixels, const EtcColourPair& bytes);
 
 /// The H block of the two colours that lbgHalfIntensity finds.
 /// @param halfIntensity  lbgHalfIntensity(pixels), for callers that need it elsewhere too

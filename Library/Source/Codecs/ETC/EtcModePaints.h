@@ -8,7 +8,7 @@
 namespace moxtexture
 {
 
-/// What the squares of red, green and blue count.
+/// The weights of the squares of red, green and blue in an error.
 constexpr std::array<uint32_t, 3> k_aui32EtcPlainWeights = {1, 1, 1};
 constexpr std::array<uint32_t, 3> k_aui32EtcPerceptualWeights = {299, 587, 114};
 

@@ -22,7 +22,7 @@ EtcModeFit tBlockErrorFixedOrder(const EtcPixels& pixels, const EtcColourPair& l
 EtcModeFit tBlockErrorFixedOrderWeighted(const EtcPixels& pixels, const EtcColourPair& levels);
 
 /// As tBlockError for punch-through: a pixel whose alpha is 0 takes index 2 (transparent) and has no error, every other pixel
-/// chooses among paints 0, 1 and 3.
+/// chooses among paints 0, 1 and 3. The encoder gets the same through fitFastModesA1.
 EtcModeFit tBlockErrorA1(const EtcPixels& pixels, const EtcAlphas& alphas, const EtcColourPair& levels);
 
 /// The parts of the above: the best of what measureModes (or measureModesA1) gives for these levels, without indices; and the indices
