@@ -39,9 +39,10 @@ void fillPlane(std::array<uint8_t, 16>& aui8, uint32_t uiOrigin, uint32_t uiHori
     const auto iOrigin = static_cast<int32_t>(uiOrigin);
     const int32_t iStepX = static_cast<int32_t>(uiHorizontal) - iOrigin;
     const int32_t iStepY = static_cast<int32_t>(uiVertical) - iOrigin;
+    size_t uiPixel = 0;
     for (int32_t y = 0; y < 4; ++y)
         for (int32_t x = 0; x < 4; ++x)
-            aui8[static_cast<size_t>(y * 4 + x)] = clampToByte((4 * iOrigin + 2 + x * iStepX + y * iStepY) >> 2);
+            aui8[uiPixel++] = clampToByte((4 * iOrigin + 2 + x * iStepX + y * iStepY) >> 2);
 }
 
 } // namespace

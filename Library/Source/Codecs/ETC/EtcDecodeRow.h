@@ -27,8 +27,8 @@ using EtcRowDecoder = void (*)(const EtcRowToDecode& row);
 
 /// Either of them.
 /// @tparam Decoders  has the routine of each format as a static member decodeRow<format, signed>
-template <class Decoders>
-[[nodiscard]] constexpr EtcRowDecoder chooseEtcRowDecoder(uint32_t uiFormat, bool bSigned)
+template <class Decoders, bool kSigned>
+[[nodiscard]] constexpr EtcRowDecoder chooseEtcRowDecoder(uint32_t uiFormat)
 {
     switch (uiFormat)
     {
@@ -40,12 +40,18 @@ template <class Decoders>
     case ePF_ETC2_RGB_A1:
         return Decoders::template decodeRow<ePF_ETC2_RGB_A1, false>;
     case ePF_EAC_R11:
-        return bSigned ? Decoders::template decodeRow<ePF_EAC_R11, true> : Decoders::template decodeRow<ePF_EAC_R11, false>;
+        return Decoders::template decodeRow<ePF_EAC_R11, kSigned>;
     case ePF_EAC_RG11:
-        return bSigned ? Decoders::template decodeRow<ePF_EAC_RG11, true> : Decoders::template decodeRow<ePF_EAC_RG11, false>;
+        return Decoders::template decodeRow<ePF_EAC_RG11, kSigned>;
     default:
         return nullptr;
     }
+}
+
+template <class Decoders>
+[[nodiscard]] constexpr EtcRowDecoder chooseEtcRowDecoder(uint32_t uiFormat, bool bSigned)
+{
+    return bSigned ? chooseEtcRowDecoder<Decoders, true>(uiFormat) : chooseEtcRowDecoder<Decoders, false>(uiFormat);
 }
 
 } // namespace moxtexture
