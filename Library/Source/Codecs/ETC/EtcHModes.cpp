@@ -1,6 +1,5 @@
 #include "Codecs/ETC/EtcHModes.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "Codecs/ETC/EtcTables.h"
@@ -56,8 +55,8 @@ EtcColourPair orderForH(const EtcColourPair& levels)
 
 EtcModeFit bestFitH(const EtcModeErrors& errors, const EtcColourPair& levels)
 {
-    const auto* const pLeast = std::min_element(errors.aui32H.begin(), errors.aui32H.end());
-    return {levels, static_cast<uint32_t>(pLeast - errors.aui32H.begin()), 0, *pLeast};
+    const EtcLeastError least = firstLeast(errors.aui32H);
+    return {levels, least.uiDistance, 0, least.uiError};
 }
 
 void chooseIndicesH(const EtcPixels& pixels, bool bWeighted, EtcModeFit& fit)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 
@@ -18,6 +19,22 @@ struct EtcModeErrors
     alignas(32) std::array<uint32_t, 8> aui32TSwapped; ///< T mode, the second colour being paint 0
     alignas(32) std::array<uint32_t, 8> aui32H;        ///< H mode
 };
+
+/// The first distance of the least error.
+struct EtcLeastError
+{
+    uint32_t uiDistance;
+    uint32_t uiError;
+};
+
+[[nodiscard]] constexpr EtcLeastError firstLeast(const std::array<uint32_t, 8>& aui32Errors)
+{
+    // In one number, so that the first of equal errors is the least and nothing branches.
+    uint64_t ui64Least = uint64_t{aui32Errors[0]} << 3;
+    for (uint32_t uiDistance = 1; uiDistance < 8; ++uiDistance)
+        ui64Least = std::min(ui64Least, uint64_t{aui32Errors[uiDistance]} << 3 | uiDistance);
+    return {static_cast<uint32_t>(ui64Least & 7), static_cast<uint32_t>(ui64Least >> 3)};
+}
 
 /// @param levels     4-bit levels of the two colours
 /// @param bWeighted  squares weighted by 299, 587 and 114

@@ -1,6 +1,5 @@
 #include "Codecs/ETC/EtcTModes.h"
 
-#include "Codecs/ETC/EtcErrors.h"
 #include "Codecs/ETC/EtcTables.h"
 
 namespace moxtexture
@@ -16,14 +15,6 @@ EtcModePaints paintsT(const EtcColourPair& levels, uint32_t uiDistance)
     return {expandLevels444(levels[0]), offsetColour(second, i32Distance), second, offsetColour(second, -i32Distance)};
 }
 
-/// Lowers `best` to the first distance of one order whose error is less.
-void lowerByOrder(const std::array<uint32_t, 8>& aui32Errors, const EtcColourPair& levels, EtcModeFit& best)
-{
-    for (uint32_t uiDistance = 0; uiDistance < 8; ++uiDistance)
-        if (aui32Errors[uiDistance] < best.uiError)
-            best = {levels, uiDistance, 0, aui32Errors[uiDistance]};
-}
-
 EtcModeFit fitBothOrders(const EtcPixels& pixels, const EtcColourPair& levels, bool bWeighted)
 {
     EtcModeFit best = bestFitT(measureModes(pixels, levels, bWeighted), levels);
@@ -33,20 +24,21 @@ EtcModeFit fitBothOrders(const EtcPixels& pixels, const EtcColourPair& levels, b
 
 EtcModeFit fitGivenOrder(const EtcPixels& pixels, const EtcColourPair& levels, bool bWeighted)
 {
-    EtcModeFit best{levels, 0, 0, k_uiEtcMaxPerceptualError};
-    lowerByOrder(measureModes(pixels, levels, bWeighted).aui32T, levels, best);
-    chooseIndicesT(pixels, bWeighted, best);
-    return best;
+    const EtcLeastError least = firstLeast(measureModes(pixels, levels, bWeighted).aui32T);
+    EtcModeFit fit{levels, least.uiDistance, 0, least.uiError};
+    chooseIndicesT(pixels, bWeighted, fit);
+    return fit;
 }
 
 } // namespace
 
 EtcModeFit bestFitT(const EtcModeErrors& errors, const EtcColourPair& levels)
 {
-    EtcModeFit best{levels, 0, 0, k_uiEtcMaxPerceptualError};
-    lowerByOrder(errors.aui32T, levels, best);
-    lowerByOrder(errors.aui32TSwapped, {levels[1], levels[0]}, best);
-    return best;
+    const EtcLeastError given = firstLeast(errors.aui32T);
+    const EtcLeastError swapped = firstLeast(errors.aui32TSwapped);
+    if (swapped.uiError < given.uiError)
+        return {{levels[1], levels[0]}, swapped.uiDistance, 0, swapped.uiError};
+    return {levels, given.uiDistance, 0, given.uiError};
 }
 
 void chooseIndicesT(const EtcPixels& pixels, bool bWeighted, EtcModeFit& fit)
