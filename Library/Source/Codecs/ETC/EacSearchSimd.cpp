@@ -265,7 +265,7 @@ HWY_INLINE uint32_t getGroupSize()
 /// The sum of the squares of two neighbours, each at most k_iFarthest.
 HWY_INLINE V32 addSquares(V16 pairs)
 {
-#if HWY_ARCH_X86
+#if HWY_ARCH_X86 && HWY_TARGET != HWY_EMU128
     // Here this adds neighbours (pmaddwd), elsewhere it may add others.
     V32 unused = hn::Zero(d32);
     return hn::ReorderWidenMulAccumulate(d32, pairs, pairs, hn::Zero(d32), unused);
