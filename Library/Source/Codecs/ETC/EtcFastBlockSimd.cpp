@@ -20,6 +20,9 @@ namespace moxtexture
 namespace HWY_NAMESPACE
 {
 
+using DU = hn::RebindToUnsigned<DI>;
+constexpr DU du{};
+
 // The lanes of the quantisers: the four halves with 5 bits a channel, then the four with 4.
 constexpr size_t k_uiHalves = 4;
 constexpr size_t k_uiQuantisers = 2 * k_uiHalves;
@@ -56,16 +59,25 @@ HWY_INLINE HalfSums sumHalves(const ColumnPixels& pixels)
     return sums;
 }
 
-/// Colours by channel and quantiser.
+/// Colours by quantiser.
 struct QuantisedHalves
 {
-    alignas(32) int32_t aaiLevels[3][k_uiQuantisers];
-    alignas(32) int32_t aaiBytes[3][k_uiQuantisers];
+    alignas(32) uint32_t aui32Levels[k_uiQuantisers]; ///< red, green, blue in 8 bits each, red lowest
+    alignas(32) int32_t aiRedGreen[k_uiQuantisers];   ///< bytes as in BasePairs
+    alignas(32) int32_t aiBlue[k_uiQuantisers];
 };
 
 HWY_INLINE VI expandLevels(VI levels, VI expansion)
 {
     return hn::ShiftRight<2>(hn::Mul(levels, expansion));
+}
+
+HWY_INLINE void storeColours(const VI (&aLevels)[3], const VI (&aBytes)[3], size_t i, QuantisedHalves& halves)
+{
+    const VI levels = hn::Or(aLevels[0], hn::Or(hn::ShiftLeft<8>(aLevels[1]), hn::ShiftLeft<16>(aLevels[2])));
+    hn::Store(hn::BitCast(du, levels), du, halves.aui32Levels + i);
+    hn::Store(hn::Or(aBytes[0], hn::ShiftLeft<16>(aBytes[1])), di, halves.aiRedGreen + i);
+    hn::Store(hn::Or(aBytes[2], hn::Set(di, static_cast<int32_t>(k_ui32ClampedAway))), di, halves.aiBlue + i);
 }
 
 /// v / 2040, rounded down, for v below 2^16.
@@ -82,12 +94,13 @@ HWY_INLINE void quantiseNearest(const HalfSums& sums, QuantisedHalves& halves)
     {
         const VI top = hn::Load(di, k_aiTopLevel + i);
         const VI expansion = hn::Load(di, k_aiExpansion + i);
+        VI aLevels[3], aBytes[3];
         for (size_t c = 0; c < 3; ++c)
         {
-            const VI levels = divideBy2040(hn::Add(hn::Mul(hn::Load(di, sums.aai[c] + i), top), hn::Set(di, 1020)));
-            hn::Store(levels, di, halves.aaiLevels[c] + i);
-            hn::Store(expandLevels(levels, expansion), di, halves.aaiBytes[c] + i);
+            aLevels[c] = divideBy2040(hn::Add(hn::Mul(hn::Load(di, sums.aai[c] + i), top), hn::Set(di, 1020)));
+            aBytes[c] = expandLevels(aLevels[c], expansion);
         }
+        storeColours(aLevels, aBytes, i, halves);
     }
 }
 
@@ -159,13 +172,15 @@ HWY_INLINE void quantiseCombined(const HalfSums& sums, QuantisedHalves& halves)
             choice = hn::IfThenElse(hn::And(isAlike, hn::Eq(top, hn::Set(di, 15))), settled, choice);
         }
 
+        VI aLevels[3], aBytes[3];
         for (size_t c = 0; c < 3; ++c)
         {
             const VI bit = hn::Set(di, 1 << c);
             const auto isHigh = hn::Eq(hn::And(choice, bit), bit);
-            hn::Store(hn::IfThenElse(isHigh, aHigh[c], aLow[c]), di, halves.aaiLevels[c] + i);
-            hn::Store(hn::IfThenElse(isHigh, aHighBytes[c], aLowBytes[c]), di, halves.aaiBytes[c] + i);
+            aLevels[c] = hn::IfThenElse(isHigh, aHigh[c], aLow[c]);
+            aBytes[c] = hn::IfThenElse(isHigh, aHighBytes[c], aLowBytes[c]);
         }
+        storeColours(aLevels, aBytes, i, halves);
     }
 }
 
@@ -174,27 +189,27 @@ struct SplitBases
 {
     bool bFlip;
     bool bDifferential;
-    int32_t aaiLevels[2][3];
-    int32_t aaiBytes[2][3];
+    uint32_t aui32Levels[2];
+    BasePairs aBases[2];
 };
 
-HWY_INLINE SplitBases chooseBases(const QuantisedHalves& halves, bool bFlip)
+/// isEtcDifferential() for three channels at once: an offset less -4 stays in the lower 3 bits of its byte.
+HWY_INLINE bool isWithinReach(uint32_t ui32Levels0, uint32_t ui32Levels1)
+{
+    return ((ui32Levels1 + 0x848484 - ui32Levels0) & 0xF8F8F8) == 0x808080;
+}
+
+HWY_INLINE void chooseBases(const QuantisedHalves& halves, bool bFlip, SplitBases& bases)
 {
     const size_t uiFirst = bFlip ? eEtcTop : eEtcLeft;
-    uint32_t uiBeyond = 0;
-    for (const auto& aiLevels : halves.aaiLevels)
-        uiBeyond |= static_cast<uint32_t>(aiLevels[uiFirst + 1] - aiLevels[uiFirst] + 4);
-    SplitBases bases;
     bases.bFlip = bFlip;
-    bases.bDifferential = uiBeyond < 8;
+    bases.bDifferential = isWithinReach(halves.aui32Levels[uiFirst], halves.aui32Levels[uiFirst + 1]);
     const size_t uiQuantiser = bases.bDifferential ? uiFirst : uiFirst + k_uiHalves;
     for (size_t i = 0; i < 2; ++i)
-        for (size_t c = 0; c < 3; ++c)
-        {
-            bases.aaiLevels[i][c] = halves.aaiLevels[c][uiQuantiser + i];
-            bases.aaiBytes[i][c] = halves.aaiBytes[c][uiQuantiser + i];
-        }
-    return bases;
+    {
+        bases.aui32Levels[i] = halves.aui32Levels[uiQuantiser + i];
+        bases.aBases[i] = {halves.aiRedGreen[uiQuantiser + i], halves.aiBlue[uiQuantiser + i]};
+    }
 }
 
 HWY_INLINE EEtcHalf halfOf(bool bFlip, size_t i)
@@ -202,36 +217,34 @@ HWY_INLINE EEtcHalf halfOf(bool bFlip, size_t i)
     return static_cast<EEtcHalf>((bFlip ? eEtcTop : eEtcLeft) + static_cast<int>(i));
 }
 
-HWY_INLINE bool isSameColour(const int32_t (&a)[3], const int32_t (&b)[3])
+HWY_INLINE EtcColour toColour(uint32_t ui32Levels)
 {
-    return a[0] == b[0] && a[1] == b[1] && a[2] == b[2];
-}
-
-HWY_INLINE EtcColour toColour(const int32_t (&levels)[3])
-{
-    return {static_cast<uint8_t>(levels[0]), static_cast<uint8_t>(levels[1]), static_cast<uint8_t>(levels[2])};
+    return {static_cast<uint8_t>(ui32Levels), static_cast<uint8_t>(ui32Levels >> 8), static_cast<uint8_t>(ui32Levels >> 16)};
 }
 
 /// A split with its tables.
 struct SplitFit
 {
-    SplitBases bases;
+    const SplitBases* pBases;
     uint32_t auiTables[2];
 };
 
 template <typename Measure>
 HWY_INLINE void paintFit(const ColumnPixels& pixels, const SplitFit& fit, SplitPaint<typename Measure::T>& paint)
 {
-    const SplitBases& bases = fit.bases;
-    paintSplit<Measure>(pixels, bases.bFlip, makeCandidates(bases.aaiBytes[0], fit.auiTables[0], bases.aaiBytes[1], fit.auiTables[1]),
-                        paint);
+    const SplitBases& bases = *fit.pBases;
+    SplitCandidates candidates;
+    for (size_t i = 0; i < 2; ++i)
+        setCandidates(candidates, i, bases.aBases[i], fit.auiTables[i]);
+    paintSplit<Measure>(pixels, bases.bFlip, candidates, paint);
 }
 
 HWY_INLINE EtcBlockWords packFit(const SplitFit& fit, uint32_t ui32Indices)
 {
-    const SplitBases& bases = fit.bases;
+    const SplitBases& bases = *fit.pBases;
     const auto pack = bases.bDifferential ? packDifferential : packIndividual;
-    return pack(toColour(bases.aaiLevels[0]), toColour(bases.aaiLevels[1]), bases.bFlip, fit.auiTables[0], fit.auiTables[1], ui32Indices);
+    return pack(toColour(bases.aui32Levels[0]), toColour(bases.aui32Levels[1]), bases.bFlip, fit.auiTables[0], fit.auiTables[1],
+                ui32Indices);
 }
 
 /// Results by half, kept for a second search whose base is that of the first.
@@ -243,19 +256,19 @@ public:
     HWY_INLINE const Result& get(const SplitBases& bases, size_t i, Find find)
     {
         const EEtcHalf eHalf = halfOf(bases.bFlip, i);
-        const int32_t(&base)[3] = bases.aaiBytes[i];
-        if (!m_abKnown[eHalf] || !isSameColour(m_aaiBases[eHalf], base))
+        const BasePairs& base = bases.aBases[i];
+        BasePairs& known = m_aBases[eHalf];
+        if (known.iRedGreen != base.iRedGreen || known.iBlue != base.iBlue)
         {
-            m_abKnown[eHalf] = true;
-            std::copy_n(base, 3, m_aaiBases[eHalf]);
+            known = base;
             m_aResults[eHalf] = find(eHalf, base);
         }
         return m_aResults[eHalf];
     }
 
 private:
-    bool m_abKnown[k_uiHalves] = {};
-    int32_t m_aaiBases[k_uiHalves][3];
+    static constexpr BasePairs k_none = {-1, -1};
+    BasePairs m_aBases[k_uiHalves] = {k_none, k_none, k_none, k_none};
     Result m_aResults[k_uiHalves];
 };
 
@@ -264,39 +277,39 @@ private:
 double encodePlain(const EtcPixels& block, EtcBlockWords& words)
 {
     const ColumnPixels pixels = orderByColumns(block);
-    const PlainPixels plainPixels(pixels);
+    const PlainPixels searchPixels(pixels);
     const HalfSums sums = sumHalves(pixels);
     CFitMemory<TableFit> memory;
+    SplitBases aBases[4];
     SplitFit best{};
     uint32_t uiBestError = UINT32_MAX;
 
-    const auto trySplits = [&](const QuantisedHalves& halves) HWY_ATTR
+    const auto trySplit = [&](const QuantisedHalves& halves, bool bFlip, SplitBases& bases) HWY_ATTR
     {
-        for (size_t uiFlip = 0; uiFlip < 2; ++uiFlip)
+        chooseBases(halves, bFlip, bases);
+        SplitFit fit = {&bases, {}};
+        uint32_t uiError = 0;
+        for (size_t i = 0; i < 2 && uiError < uiBestError; ++i)
         {
-            SplitFit fit;
-            fit.bases = chooseBases(halves, uiFlip == 1);
-            uint32_t uiError = 0;
-            for (size_t i = 0; i < 2 && uiError < uiBestError; ++i)
-            {
-                const TableFit& half = memory.get(
-                    fit.bases, i, [&](EEtcHalf eHalf, const int32_t(&base)[3]) HWY_ATTR { return findTable(plainPixels, eHalf, base); });
-                fit.auiTables[i] = half.uiTable;
-                uiError += half.uiError;
-            }
-            if (uiError >= uiBestError)
-                continue;
-            best = fit;
-            uiBestError = uiError;
+            const TableFit& half =
+                memory.get(bases, i, [&](EEtcHalf eHalf, const BasePairs& base) HWY_ATTR { return findTable(searchPixels, eHalf, base); });
+            fit.auiTables[i] = half.uiTable;
+            uiError += half.uiError;
         }
+        if (uiError >= uiBestError)
+            return;
+        best = fit;
+        uiBestError = uiError;
     };
     QuantisedHalves halves;
     quantiseNearest(sums, halves);
-    trySplits(halves);
+    trySplit(halves, false, aBases[0]);
+    trySplit(halves, true, aBases[1]);
     if (uiBestError > 0)
     {
         quantiseCombined<false>(sums, halves);
-        trySplits(halves);
+        trySplit(halves, false, aBases[2]);
+        trySplit(halves, true, aBases[3]);
     }
 
     SplitPaint<int32_t> paint;
@@ -324,119 +337,91 @@ HWY_INLINE double measurePerceptual(const SplitPaint<T>& paint)
 class CPerceptualSearch
 {
 public:
-    HWY_INLINE explicit CPerceptualSearch(const ColumnPixels& pixels) : m_pixels(pixels), m_nearPixels(pixels) {}
+    HWY_INLINE explicit CPerceptualSearch(const ColumnPixels& pixels) : m_pixels(pixels), m_searchPixels(pixels) {}
 
-    /// Finds the split of one search. Splits that can't come to an error below fLimit are left out.
+    /// Finds the split of one search. Splits that can't come to an error below fLimit are left out: what is found in their place
+    /// is no less than they are.
+    /// @param aBases  of both splits; stay in use by what is found
     /// @return false if none is left
-    HWY_INLINE bool findSplit(const QuantisedHalves& halves, double fLimit, SplitFit& fit, SplitPaint<float>& paint)
+    HWY_INLINE bool findSplit(const SplitBases (&aBases)[2], double fLimit, SplitFit& fit, SplitPaint<float>& paint)
     {
-        NearSplit aSplits[2];
-        for (size_t uiFlip = 0; uiFlip < 2; ++uiFlip)
-            aSplits[uiFlip] = findNearSplit(chooseBases(halves, uiFlip == 1), fLimit + k_fLimitReach);
-        const float fUpright = aSplits[0].fError;
-        const float fFlipped = aSplits[1].fError;
-        if (fUpright == k_fLeftOut && fFlipped == k_fLeftOut)
+        const double fNearLimit = fLimit * (k_fMostNear * 1.001);
+        const NearSplit upright = findNearSplit(aBases[0], fNearLimit);
+        const NearSplit flipped = findNearSplit(aBases[1], std::min(fNearLimit, static_cast<double>(leastCertainAbove(upright.uiError))));
+        if (upright.uiError == k_uiLeftOut && flipped.uiError == k_uiLeftOut)
             return false;
-        if (fUpright > fFlipped + k_fSplitReach || fFlipped > fUpright + k_fSplitReach)
+        // (One that is left out is far above any other.)
+        if (upright.uiError >= leastCertainAbove(flipped.uiError))
+            paintBest(flipped, fit, paint);
+        else if (flipped.uiError >= leastCertainAbove(upright.uiError))
+            paintBest(upright, fit, paint);
+        else
         {
-            paintBest(aSplits[fUpright > fFlipped ? 1 : 0], fit, paint);
-            return true;
-        }
-        const float fError = paintBest(aSplits[0], fit, paint);
-        SplitFit flippedFit;
-        SplitPaint<float> flippedPaint;
-        if (fError > paintBest(aSplits[1], flippedFit, flippedPaint))
-        {
-            fit = flippedFit;
-            paint = flippedPaint;
+            const float fError = paintBest(upright, fit, paint);
+            SplitFit flippedFit;
+            SplitPaint<float> flippedPaint;
+            if (fError > paintBest(flipped, flippedFit, flippedPaint))
+            {
+                fit = flippedFit;
+                paint = flippedPaint;
+            }
         }
         return true;
     }
 
 private:
-    static constexpr float k_fLeftOut = 1e30f;
-    /// Near sums of two halves each.
-    static constexpr float k_fSplitReach = 5 * k_fNearSumsReach;
-    /// Far enough that the other split's error, where it is no less, is above the limit too.
-    static constexpr float k_fLimitReach = 10 * k_fNearSumsReach;
-
-    struct NearHalf
-    {
-        NearSums sums;
-        float fLeast;
-    };
+    static constexpr uint32_t k_uiLeftOut = UINT32_MAX / 2;
 
     struct NearSplit
     {
-        SplitBases bases;
-        NearHalf aHalves[2];
-        float fError;
+        const SplitBases* pBases;
+        uint32_t auiTables[2]; ///< of each half the tables to try
+        uint32_t uiError;
     };
 
     HWY_INLINE NearSplit findNearSplit(const SplitBases& bases, double fLimit)
     {
-        NearSplit split;
-        split.bases = bases;
-        split.fError = 0.0f;
+        NearSplit split = {&bases, {}, 0};
         for (size_t i = 0; i < 2; ++i)
         {
-            split.aHalves[i] = m_memory.get(bases, i,
-                                            [&](EEtcHalf eHalf, const int32_t(&base)[3]) HWY_ATTR
-                                            {
-                                                NearHalf half;
-                                                half.sums = findNearSums(m_nearPixels, eHalf, base);
-                                                half.fLeast = *std::min_element(half.sums.af, half.sums.af + k_uiTables);
-                                                return half;
-                                            });
-            split.fError += split.aHalves[i].fLeast;
-            if (split.fError > fLimit)
+            const NearFit& half = m_memory.get(
+                bases, i, [&](EEtcHalf eHalf, const BasePairs& base) HWY_ATTR { return findNearTables(m_searchPixels, eHalf, base); });
+            split.auiTables[i] = half.uiTables;
+            split.uiError += half.uiError;
+            if (split.uiError > fLimit)
             {
-                split.fError = k_fLeftOut;
+                split.uiError = k_uiLeftOut;
                 break;
             }
         }
         return split;
     }
 
-    /// The first table from uiTable on that may have the least error; 8 if none has.
-    static HWY_INLINE uint32_t nextTable(const NearHalf& half, uint32_t uiTable)
-    {
-        while (uiTable < k_uiTables && half.sums.af[uiTable] > half.fLeast + 2 * k_fNearSumsReach)
-            ++uiTable;
-        return uiTable;
-    }
-
     /// Paints a split with the best tables of its halves.
     /// @return its error
     HWY_INLINE float paintBest(const NearSplit& split, SplitFit& fit, SplitPaint<float>& paint)
     {
-        fit.bases = split.bases;
+        uint32_t auiTables[2] = {split.auiTables[0], split.auiTables[1]};
         float afErrors[2];
-        uint32_t auiNext[2];
+        fit.pBases = split.pBases;
         for (size_t i = 0; i < 2; ++i)
-        {
-            fit.auiTables[i] = nextTable(split.aHalves[i], 0);
-            auiNext[i] = nextTable(split.aHalves[i], fit.auiTables[i] + 1);
-        }
+            fit.auiTables[i] = takeLowestTable(auiTables[i]);
         paintFit<PerceptualMeasure>(m_pixels, fit, paint);
         for (size_t i = 0; i < 2; ++i)
-            afErrors[i] = sumOfHalf(paint, halfOf(split.bases.bFlip, i));
-        if (auiNext[0] == k_uiTables && auiNext[1] == k_uiTables)
+            afErrors[i] = sumOfHalf(paint, halfOf(split.pBases->bFlip, i));
+        if (auiTables[0] == 0 && auiTables[1] == 0)
             return afErrors[0] + afErrors[1];
 
-        while (auiNext[0] < k_uiTables || auiNext[1] < k_uiTables)
+        while (auiTables[0] != 0 || auiTables[1] != 0)
         {
             SplitFit next = fit;
             for (size_t i = 0; i < 2; ++i)
-                if (auiNext[i] < k_uiTables)
-                {
-                    next.auiTables[i] = auiNext[i];
-                    auiNext[i] = nextTable(split.aHalves[i], auiNext[i] + 1);
-                }
+                if (auiTables[i] != 0)
+                    next.auiTables[i] = takeLowestTable(auiTables[i]);
             paintFit<PerceptualMeasure>(m_pixels, next, paint);
             for (size_t i = 0; i < 2; ++i)
             {
-                const float fError = sumOfHalf(paint, halfOf(split.bases.bFlip, i));
+                const float fError = sumOfHalf(paint, halfOf(split.pBases->bFlip, i));
                 if (fError >= afErrors[i])
                     continue;
                 afErrors[i] = fError;
@@ -448,9 +433,15 @@ private:
     }
 
     const ColumnPixels& m_pixels;
-    PerceptualPixels m_nearPixels;
-    CFitMemory<NearHalf> m_memory;
+    NearPixels m_searchPixels;
+    CFitMemory<NearFit> m_memory;
 };
+
+HWY_INLINE void chooseBothBases(const QuantisedHalves& halves, SplitBases (&aBases)[2])
+{
+    chooseBases(halves, false, aBases[0]);
+    chooseBases(halves, true, aBases[1]);
+}
 
 double encodePerceptual(const EtcPixels& block, EtcBlockWords& words)
 {
@@ -458,16 +449,20 @@ double encodePerceptual(const EtcPixels& block, EtcBlockWords& words)
     const HalfSums sums = sumHalves(pixels);
     CPerceptualSearch search(pixels);
     QuantisedHalves halves;
+    SplitBases aBases[2];
     SplitFit fit{};
     SplitPaint<float> paint{};
     quantiseNearest(sums, halves);
-    static_cast<void>(search.findSplit(halves, k_fEtcMaxError, fit, paint));
+    chooseBothBases(halves, aBases);
+    static_cast<void>(search.findSplit(aBases, k_fEtcMaxError, fit, paint));
     double fError = measurePerceptual(paint);
     words = packFit(fit, paint.ui32Indices);
     if (fError == 0.0)
         return fError;
+
     quantiseCombined<true>(sums, halves);
-    if (!search.findSplit(halves, fError, fit, paint))
+    chooseBothBases(halves, aBases);
+    if (!search.findSplit(aBases, fError, fit, paint))
         return fError;
     const double fSecondError = measurePerceptual(paint);
     if (fSecondError < fError)

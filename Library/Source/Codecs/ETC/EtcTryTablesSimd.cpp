@@ -21,10 +21,10 @@ struct HalfToFit
 {
     ColumnPixels pixels;
     EEtcHalf eHalf;
-    int32_t aiBase[3];
+    BasePairs base;
 
-    HalfToFit(const EtcPixels& block, EEtcHalf eHalfOfBlock, const EtcColour& base)
-        : pixels(orderByColumns(block)), eHalf(eHalfOfBlock), aiBase{base[0], base[1], base[2]}
+    HalfToFit(const EtcPixels& block, EEtcHalf eHalfOfBlock, const EtcColour& baseColour)
+        : pixels(orderByColumns(block)), eHalf(eHalfOfBlock), base(makeBasePairs(baseColour))
     {
     }
 
@@ -34,24 +34,23 @@ struct HalfToFit
     {
         SplitPaint<typename Measure::T> result;
         const bool bFlip = eHalf == eEtcTop || eHalf == eEtcBottom;
-        paintSplit<Measure>(pixels, bFlip, makeCandidates(aiBase, uiTable, aiBase, uiTable), result);
+        SplitCandidates candidates;
+        for (size_t i = 0; i < 2; ++i)
+            setCandidates(candidates, i, base, uiTable);
+        paintSplit<Measure>(pixels, bFlip, candidates, result);
         return {uiTable, result.ui32Indices & indexBitsOf(eHalf), static_cast<E>(sumOfHalf(result, eHalf))};
     }
 
-    /// The best of the tables that pass, in their order.
-    template <typename Measure, typename E, typename Passes>
-    EtcHalfFit<E> paintBest(Passes passes) const
+    /// The best of the tables whose bits are set, in their order.
+    template <typename Measure, typename E>
+    EtcHalfFit<E> paintBest(uint32_t uiTables) const
     {
-        EtcHalfFit<E> best;
-        bool bFound = false;
-        for (uint32_t uiTable = 0; uiTable < k_uiTables; ++uiTable)
+        EtcHalfFit<E> best = paint<Measure, E>(takeLowestTable(uiTables));
+        while (uiTables != 0)
         {
-            if (!passes(uiTable))
-                continue;
-            const EtcHalfFit<E> fit = paint<Measure, E>(uiTable);
-            if (!bFound || fit.error < best.error)
+            const EtcHalfFit<E> fit = paint<Measure, E>(takeLowestTable(uiTables));
+            if (fit.error < best.error)
                 best = fit;
-            bFound = true;
         }
         return best;
     }
@@ -60,20 +59,19 @@ struct HalfToFit
 EtcHalfFit<uint32_t> fitPlain(const EtcPixels& pixels, EEtcHalf eHalf, const EtcColour& base)
 {
     const HalfToFit half(pixels, eHalf, base);
-    return half.paint<PlainMeasure, uint32_t>(findTable(PlainPixels(half.pixels), eHalf, half.aiBase).uiTable);
+    return half.paint<PlainMeasure, uint32_t>(findTable(PlainPixels(half.pixels), eHalf, half.base).uiTable);
 }
 
 EtcHalfFit<float> fitPerceptual(const EtcPixels& pixels, EEtcHalf eHalf, const EtcColour& base)
 {
     const HalfToFit half(pixels, eHalf, base);
-    const NearSums sums = findNearSums(PerceptualPixels(half.pixels), eHalf, half.aiBase);
-    const float fMost = *std::min_element(sums.af, sums.af + k_uiTables) + 2 * k_fNearSumsReach;
-    return half.paintBest<PerceptualMeasure, float>([&](uint32_t uiTable) HWY_ATTR { return sums.af[uiTable] <= fMost; });
+    const uint32_t uiTables = findNearTables(NearPixels(half.pixels), eHalf, half.base).uiTables;
+    return half.paintBest<PerceptualMeasure, float>(uiTables);
 }
 
 EtcHalfFit<uint32_t> fitWeighted(const EtcPixels& pixels, EEtcHalf eHalf, const EtcColour& base)
 {
-    return HalfToFit(pixels, eHalf, base).paintBest<WeightedMeasure, uint32_t>([](uint32_t) HWY_ATTR { return true; });
+    return HalfToFit(pixels, eHalf, base).paintBest<WeightedMeasure, uint32_t>(0xFF);
 }
 
 } // namespace HWY_NAMESPACE

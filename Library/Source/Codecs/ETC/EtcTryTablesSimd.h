@@ -42,22 +42,49 @@ constexpr size_t k_uiPositions = 4;
 /// The weights of the perceptual measure.
 constexpr float k_afWeights[3] = {0.299f, 0.587f, 0.114f};
 
+/// Two equal numbers of 16 bits in a lane.
+constexpr int32_t twice(int32_t iValue)
+{
+    return static_cast<int32_t>((static_cast<uint32_t>(iValue) & 0xFFFF) * 0x10001);
+}
+
 /// EtcTables.h's modifiers, a row for each position.
 struct ModifierColumns
 {
     alignas(32) int32_t aai[k_uiPositions][k_uiTables];
 };
 
-constexpr ModifierColumns makeModifierColumns()
+constexpr ModifierColumns makeModifierColumns(bool bTwice)
 {
     ModifierColumns columns{};
     for (size_t uiTable = 0; uiTable < k_uiTables; ++uiTable)
         for (size_t uiPosition = 0; uiPosition < k_uiPositions; ++uiPosition)
-            columns.aai[uiPosition][uiTable] = k_aaiEtcModifiers[uiTable][uiPosition];
+        {
+            const int32_t iModifier = k_aaiEtcModifiers[uiTable][uiPosition];
+            columns.aai[uiPosition][uiTable] = bTwice ? twice(iModifier) : iModifier;
+        }
     return columns;
 }
 
-constexpr ModifierColumns k_modifierColumns = makeModifierColumns();
+constexpr ModifierColumns k_modifierColumns = makeModifierColumns(false);
+constexpr ModifierColumns k_modifierPairs = makeModifierColumns(true);
+
+/// A base colour in two lanes of pairs of 16 bits: red and green, blue and a number so low that it is clamped to 0 always.
+struct BasePairs
+{
+    int32_t iRedGreen;
+    int32_t iBlue;
+};
+
+constexpr uint32_t k_ui32ClampedAway = 0xFC000000; // -1024
+
+/// @param bytes  red, green, blue: three whole numbers
+template <typename Bytes>
+HWY_INLINE BasePairs makeBasePairs(const Bytes& bytes)
+{
+    const auto channel = [&](size_t c) HWY_ATTR { return static_cast<uint32_t>(bytes[c]); };
+    return {static_cast<int32_t>(channel(0) | channel(1) << 16), static_cast<int32_t>(channel(2) | k_ui32ClampedAway)};
+}
 
 /// A block's pixels column by column, as the index bits stand.
 struct ColumnPixels
@@ -108,73 +135,154 @@ HWY_INLINE VI clampToByte(VI v)
     return hn::Min(hn::Max(v, hn::Zero(di)), hn::Set(di, 255));
 }
 
+/// A bit for each lane, the first lowest.
+template <class D>
+HWY_INLINE uint32_t maskBits(D d, hn::Mask<D> mask)
+{
+    uint8_t aui8Bits[8] = {};
+    hn::StoreMaskBits(d, mask, aui8Bits);
+    return aui8Bits[0];
+}
+
 /// Two numbers of 16 bits in a lane.
 HWY_INLINE VI packPair(VI low, VI high)
 {
     return hn::Or(hn::And(low, hn::Set(di, 0xFFFF)), hn::ShiftLeft<16>(high));
 }
 
+#if HWY_TARGET == HWY_SCALAR
+
+HWY_INLINE VI lowOfPair(VI v)
+{
+    return hn::ShiftRight<16>(hn::ShiftLeft<16>(v));
+}
+
+template <typename Operation>
+HWY_INLINE VI onPairs(VI a, VI b, Operation operation)
+{
+    return packPair(operation(lowOfPair(a), lowOfPair(b)), operation(hn::ShiftRight<16>(a), hn::ShiftRight<16>(b)));
+}
+
+HWY_INLINE VI addPairProducts(VI sum, VI a, VI b)
+{
+    const VI low = hn::Mul(lowOfPair(a), lowOfPair(b));
+    return hn::Add(sum, hn::Add(low, hn::Mul(hn::ShiftRight<16>(a), hn::ShiftRight<16>(b))));
+}
+
+#else
+
+template <typename Operation>
+HWY_INLINE VI onPairs(VI a, VI b, Operation operation)
+{
+    const hn::Repartition<int16_t, DI> d16;
+    return hn::BitCast(di, operation(hn::BitCast(d16, a), hn::BitCast(d16, b)));
+}
+
 /// sum + low of a * low of b + high of a * high of b.
 HWY_INLINE VI addPairProducts(VI sum, VI a, VI b)
 {
-#if HWY_TARGET == HWY_SCALAR
-    const VI low = hn::Mul(hn::ShiftRight<16>(hn::ShiftLeft<16>(a)), hn::ShiftRight<16>(hn::ShiftLeft<16>(b)));
-    return hn::Add(sum, hn::Add(low, hn::Mul(hn::ShiftRight<16>(a), hn::ShiftRight<16>(b))));
-#else
     const hn::Repartition<int16_t, DI> d16;
     VI rest = hn::Zero(di);
     const VI products = hn::ReorderWidenMulAccumulate(di, hn::BitCast(d16, a), hn::BitCast(d16, b), hn::Zero(di), rest);
     return hn::Add(sum, hn::RearrangeToOddPlusEven(products, rest));
-#endif
 }
 
-/// A block's pixels as the plain search wants them: |p - c|^2 = |p|^2 + |c|^2 + (-2 p) c.
-struct PlainPixels
+#endif
+
+HWY_INLINE VI addPairs(VI a, VI b)
+{
+    return onPairs(a, b, [](auto x, auto y) HWY_ATTR { return hn::Add(x, y); });
+}
+
+HWY_INLINE VI multiplyPairs(VI a, VI b)
+{
+    return onPairs(a, b, [](auto x, auto y) HWY_ATTR { return hn::Mul(x, y); });
+}
+
+HWY_INLINE VI clampPairsToBytes(VI v)
+{
+    const VI positive = onPairs(v, hn::Zero(di), [](auto x, auto y) HWY_ATTR { return hn::Max(x, y); });
+    return onPairs(positive, hn::Set(di, twice(255)), [](auto x, auto y) HWY_ATTR { return hn::Min(x, y); });
+}
+
+/// Whole weights of the squares of red, green and blue; below 128, so that their products with bytes have 16 bits.
+struct PlainWeights
+{
+    static constexpr int32_t k_iRed = 1;
+    static constexpr int32_t k_iGreen = 1;
+    static constexpr int32_t k_iBlue = 1;
+};
+
+/// Near 0.299, 0.587 and 0.114: a sum times these lies between 183.9 and 184.22 times the exact one.
+struct NearWeights
+{
+    static constexpr int32_t k_iRed = 55;
+    static constexpr int32_t k_iGreen = 108;
+    static constexpr int32_t k_iBlue = 21;
+};
+
+/// What no sum with NearWeights is above, for an exact one of 1.
+constexpr double k_fMostNear = 184.22;
+
+/// How far apart two sums with NearWeights must lie so that the exact ones differ likewise: 1/512 of the lesser. The exact sums'
+/// own rounding is far below what that leaves.
+HWY_INLINE uint32_t leastCertainAbove(uint32_t uiNear)
+{
+    return uiNear + (uiNear >> 9) + 1;
+}
+
+/// A block's pixels as the search for tables wants them: w (p - c)^2 = w p^2 + w c^2 + (-2 p) (w c).
+template <typename Weights>
+struct SearchPixels
 {
     alignas(32) int32_t aiRedGreen[16]; ///< pairs of -2 p
     alignas(32) int32_t aiBlue[16];     ///< -2 p
-    alignas(32) int32_t aiSquares[16];  ///< |p|^2
+    alignas(32) int32_t aiSquares[16];  ///< of all channels, weighted
 
-    HWY_INLINE explicit PlainPixels(const ColumnPixels& pixels)
+    HWY_INLINE explicit SearchPixels(const ColumnPixels& pixels)
     {
         for (size_t i = 0; i < 16; i += hn::Lanes(di))
         {
-            const VI red = hn::Load(di, pixels.aai[0] + i);
-            const VI green = hn::Load(di, pixels.aai[1] + i);
+            const VI redGreen = packPair(hn::Load(di, pixels.aai[0] + i), hn::Load(di, pixels.aai[1] + i));
             const VI blue = hn::Load(di, pixels.aai[2] + i);
-            const VI redGreen = packPair(red, green);
-            hn::Store(addPairProducts(addPairProducts(hn::Zero(di), redGreen, redGreen), blue, blue), di, aiSquares + i);
-            const VI zero = hn::Zero(di);
-            hn::Store(packPair(hn::Sub(zero, hn::Add(red, red)), hn::Sub(zero, hn::Add(green, green))), di, aiRedGreen + i);
-            hn::Store(packPair(hn::Sub(zero, hn::Add(blue, blue)), zero), di, aiBlue + i);
+            const VI weightedRedGreen = multiplyPairs(redGreen, hn::Set(di, Weights::k_iRed | Weights::k_iGreen << 16));
+            const VI weightedBlue = multiplyPairs(blue, hn::Set(di, Weights::k_iBlue));
+            const VI squares = addPairProducts(hn::Zero(di), redGreen, weightedRedGreen);
+            hn::Store(addPairProducts(squares, blue, weightedBlue), di, aiSquares + i);
+            hn::Store(multiplyPairs(redGreen, hn::Set(di, twice(-2))), di, aiRedGreen + i);
+            hn::Store(multiplyPairs(blue, hn::Set(di, twice(-2))), di, aiBlue + i);
         }
     }
 };
 
-/// The table that fits a half best, and its error.
-struct TableFit
+using PlainPixels = SearchPixels<PlainWeights>;
+using NearPixels = SearchPixels<NearWeights>;
+
+/// The sums of the least errors of a half's pixels, by table.
+struct TableSums
 {
-    uint32_t uiTable;
-    uint32_t uiError;
+    VI a[k_uiTables]; ///< the first is enough where vectors have eight lanes
 };
 
-HWY_INLINE TableFit findTable(const PlainPixels& pixels, EEtcHalf eHalf, const int32_t (&base)[3])
+/// @return sums of 1560600 at most times the mean weight
+template <typename Weights>
+HWY_INLINE TableSums sumTables(const SearchPixels<Weights>& pixels, EEtcHalf eHalf, const BasePairs& base)
 {
     int32_t iSquares = 0;
     forEachOfHalf(eHalf, [&](size_t i) HWY_ATTR { iSquares += pixels.aiSquares[i]; });
 
-    VI least = hn::Set(di, INT32_MAX);
+    TableSums sums;
     for (size_t uiTable = 0; uiTable < k_uiTables; uiTable += hn::Lanes(di))
     {
         VI aRedGreen[k_uiPositions], aBlue[k_uiPositions], aSquares[k_uiPositions];
         for (size_t i = 0; i < k_uiPositions; ++i)
         {
-            const VI modifier = hn::Load(di, k_modifierColumns.aai[i] + uiTable);
-            const VI red = clampToByte(hn::Add(hn::Set(di, base[0]), modifier));
-            const VI green = clampToByte(hn::Add(hn::Set(di, base[1]), modifier));
-            aRedGreen[i] = hn::Or(red, hn::ShiftLeft<16>(green));
-            aBlue[i] = clampToByte(hn::Add(hn::Set(di, base[2]), modifier));
-            aSquares[i] = addPairProducts(addPairProducts(hn::Zero(di), aRedGreen[i], aRedGreen[i]), aBlue[i], aBlue[i]);
+            const VI modifier = hn::Load(di, k_modifierPairs.aai[i] + uiTable);
+            const VI redGreen = clampPairsToBytes(addPairs(hn::Set(di, base.iRedGreen), modifier));
+            const VI blue = clampPairsToBytes(addPairs(hn::Set(di, base.iBlue), modifier));
+            aRedGreen[i] = multiplyPairs(redGreen, hn::Set(di, Weights::k_iRed | Weights::k_iGreen << 16));
+            aBlue[i] = multiplyPairs(blue, hn::Set(di, Weights::k_iBlue));
+            aSquares[i] = addPairProducts(addPairProducts(hn::Zero(di), redGreen, aRedGreen[i]), blue, aBlue[i]);
         }
         VI sum = hn::Set(di, iSquares);
         forEachOfHalf(eHalf,
@@ -188,87 +296,59 @@ HWY_INLINE TableFit findTable(const PlainPixels& pixels, EEtcHalf eHalf, const i
                           };
                           sum = hn::Add(sum, hn::Min(hn::Min(error(0), error(1)), hn::Min(error(2), error(3))));
                       });
-        // The table in the lowest bits lets the first of equal ones win; the sum is 1560600 at most.
+        sums.a[uiTable / hn::Lanes(di)] = sum;
+    }
+    return sums;
+}
+
+/// The table that fits a half best, and its error.
+struct TableFit
+{
+    uint32_t uiTable;
+    uint32_t uiError;
+};
+
+HWY_INLINE TableFit findTable(const PlainPixels& pixels, EEtcHalf eHalf, const BasePairs& base)
+{
+    const TableSums sums = sumTables(pixels, eHalf, base);
+    VI least = hn::Set(di, INT32_MAX);
+    for (size_t uiTable = 0; uiTable < k_uiTables; uiTable += hn::Lanes(di))
+    {
+        // The table in the lowest bits lets the first of equal ones win.
         const VI table = hn::Iota(di, static_cast<int32_t>(uiTable));
-        least = hn::Min(least, hn::Or(hn::ShiftLeft<3>(sum), table));
+        least = hn::Min(least, hn::Or(hn::ShiftLeft<3>(sums.a[uiTable / hn::Lanes(di)]), table));
     }
     const auto uiKey = static_cast<uint32_t>(hn::GetLane(hn::MinOfLanes(di, least)));
     return {uiKey & 7, uiKey >> 3};
 }
 
-/// A block's pixels as the first step of the perceptual search wants them: less 128, which keeps the numbers small.
-struct PerceptualPixels
+/// The tables that may fit a half best by the perceptual measure.
+struct NearFit
 {
-    alignas(32) float aaf[3][16];
-    alignas(32) float afSquares[16]; ///< weighted
-
-    HWY_INLINE explicit PerceptualPixels(const ColumnPixels& pixels)
-    {
-        for (size_t i = 0; i < 16; i += hn::Lanes(di))
-        {
-            VF squares = hn::Zero(df);
-            for (size_t c = 0; c < 3; ++c)
-            {
-                const VF p = hn::ConvertTo(df, hn::Sub(hn::Load(di, pixels.aai[c] + i), hn::Set(di, 128)));
-                hn::Store(p, df, aaf[c] + i);
-                squares = hn::Add(squares, hn::Mul(hn::Set(df, k_afWeights[c]), hn::Mul(p, p)));
-            }
-            hn::Store(squares, df, afSquares + i);
-        }
-    }
+    uint32_t uiTables; ///< a bit for each
+    uint32_t uiError;  ///< the least, with NearWeights
 };
 
-/// How far a sum of NearSums and the exact form's may be apart. Near: no term of a pixel's sum is above 2^15, so each of some 15
-/// roundings is off by 2^-10 at most. Exact: below 2^16, some 6 roundings by 2^-9. Times 8 pixels, and in both forms 8 sums below
-/// 2^19, off by 2^-6 each: 0.12 + 0.1 + 0.25.
-constexpr float k_fNearSumsReach = 0.5f;
-
-/// The perceptual errors of the eight tables, nearly: what the exact form gives lies within k_fNearSumsReach of them.
-struct NearSums
+HWY_INLINE NearFit findNearTables(const NearPixels& pixels, EEtcHalf eHalf, const BasePairs& base)
 {
-    alignas(32) float af[k_uiTables];
-};
-
-HWY_INLINE NearSums findNearSums(const PerceptualPixels& pixels, EEtcHalf eHalf, const int32_t (&base)[3])
-{
-    float fSquares = 0.0f;
-    forEachOfHalf(eHalf, [&](size_t i) HWY_ATTR { fSquares += pixels.afSquares[i]; });
-
-    NearSums sums;
+    const TableSums sums = sumTables(pixels, eHalf, base);
+    VI least = sums.a[0];
+    for (size_t uiTable = hn::Lanes(di); uiTable < k_uiTables; uiTable += hn::Lanes(di))
+        least = hn::Min(least, sums.a[uiTable / hn::Lanes(di)]);
+    const auto uiLeast = static_cast<uint32_t>(hn::GetLane(hn::MinOfLanes(di, least)));
+    const VI limit = hn::Set(di, static_cast<int32_t>(leastCertainAbove(uiLeast)));
+    uint32_t uiTables = 0;
     for (size_t uiTable = 0; uiTable < k_uiTables; uiTable += hn::Lanes(di))
-    {
-        VF aaFactors[k_uiPositions][3], aSquares[k_uiPositions];
-        for (size_t i = 0; i < k_uiPositions; ++i)
-        {
-            const VI modifier = hn::Load(di, k_modifierColumns.aai[i] + uiTable);
-            aSquares[i] = hn::Zero(df);
-            for (size_t c = 0; c < 3; ++c)
-            {
-                const VI candidate = clampToByte(hn::Add(hn::Set(di, base[c]), modifier));
-                const VF centred = hn::ConvertTo(df, hn::Sub(candidate, hn::Set(di, 128)));
-                const VF weighted = hn::Mul(hn::Set(df, k_afWeights[c]), centred);
-                aaFactors[i][c] = hn::Mul(hn::Set(df, -2.0f), weighted);
-                aSquares[i] = hn::Add(aSquares[i], hn::Mul(weighted, centred));
-            }
-        }
-        VF sum = hn::Set(df, fSquares);
-        forEachOfHalf(eHalf,
-                      [&](size_t i) HWY_ATTR
-                      {
-                          const VF red = hn::Set(df, pixels.aaf[0][i]);
-                          const VF green = hn::Set(df, pixels.aaf[1][i]);
-                          const VF blue = hn::Set(df, pixels.aaf[2][i]);
-                          const auto error = [&](size_t uiPosition) HWY_ATTR
-                          {
-                              const VF* const pFactors = aaFactors[uiPosition];
-                              return hn::Add(hn::Add(aSquares[uiPosition], hn::Mul(red, pFactors[0])),
-                                             hn::Add(hn::Mul(green, pFactors[1]), hn::Mul(blue, pFactors[2])));
-                          };
-                          sum = hn::Add(sum, hn::Min(hn::Min(error(0), error(1)), hn::Min(error(2), error(3))));
-                      });
-        hn::Store(sum, df, sums.af + uiTable);
-    }
-    return sums;
+        uiTables |= maskBits(di, hn::Lt(sums.a[uiTable / hn::Lanes(di)], limit)) << uiTable;
+    return {uiTables, uiLeast};
+}
+
+/// The first of the tables whose bits are set, whose bit is cleared.
+HWY_INLINE uint32_t takeLowestTable(uint32_t& uiTables)
+{
+    const auto uiTable = static_cast<uint32_t>(hwy::Num0BitsBelowLS1Bit_Nonzero32(uiTables));
+    uiTables &= uiTables - 1;
+    return uiTable;
 }
 
 /// The colours that the two halves of a split choose from.
@@ -277,15 +357,27 @@ struct SplitCandidates
     alignas(32) int32_t aai[3][2 * k_uiPositions]; ///< channels; positions of the first half, then of the second
 };
 
+/// @param uiHalf  0 or 1
+HWY_INLINE void setCandidates(SplitCandidates& candidates, size_t uiHalf, const BasePairs& base, uint32_t uiTable)
+{
+    const hn::CappedTag<int32_t, k_uiPositions> d4;
+    const int32_t aiBase[3] = {base.iRedGreen & 255, base.iRedGreen >> 16, base.iBlue & 255};
+    for (size_t i = 0; i < k_uiPositions; i += hn::Lanes(d4))
+    {
+        const auto modifiers = hn::LoadU(d4, k_aaiEtcModifiers[uiTable] + i);
+        for (size_t c = 0; c < 3; ++c)
+        {
+            const auto sum = hn::Add(hn::Set(d4, aiBase[c]), modifiers);
+            hn::Store(hn::Min(hn::Max(sum, hn::Zero(d4)), hn::Set(d4, 255)), d4, candidates.aai[c] + k_uiPositions * uiHalf + i);
+        }
+    }
+}
+
 HWY_INLINE SplitCandidates makeCandidates(const int32_t (&base0)[3], uint32_t uiTable0, const int32_t (&base1)[3], uint32_t uiTable1)
 {
     SplitCandidates candidates;
-    for (size_t c = 0; c < 3; ++c)
-        for (size_t i = 0; i < k_uiPositions; ++i)
-        {
-            candidates.aai[c][i] = std::clamp(base0[c] + k_aaiEtcModifiers[uiTable0][i], 0, 255);
-            candidates.aai[c][k_uiPositions + i] = std::clamp(base1[c] + k_aaiEtcModifiers[uiTable1][i], 0, 255);
-        }
+    setCandidates(candidates, 0, makeBasePairs(base0), uiTable0);
+    setCandidates(candidates, 1, makeBasePairs(base1), uiTable1);
     return candidates;
 }
 
@@ -298,13 +390,14 @@ template <typename T>
 struct SplitPaint
 {
     alignas(32) T aErrors[16];             ///< of each pixel, column by column
-    alignas(32) int32_t aaiSquares[3][16]; ///< the squares of the differences in each channel
+    alignas(32) int32_t aaiSquares[3][16]; ///< the squares of the differences in each channel; perceptual search only
     uint32_t ui32Indices;                  ///< both planes
 };
 
 struct PlainMeasure
 {
     using T = int32_t;
+    static constexpr bool k_bKeepsSquares = false;
     static constexpr DI d{};
     static HWY_INLINE VI weigh(VI red, VI green, VI blue) { return hn::Add(hn::Add(red, green), blue); }
 };
@@ -312,6 +405,7 @@ struct PlainMeasure
 struct WeightedMeasure
 {
     using T = int32_t;
+    static constexpr bool k_bKeepsSquares = false;
     static constexpr DI d{};
     static HWY_INLINE VI weigh(VI red, VI green, VI blue)
     {
@@ -322,6 +416,7 @@ struct WeightedMeasure
 struct PerceptualMeasure
 {
     using T = float;
+    static constexpr bool k_bKeepsSquares = true;
     static constexpr DF d{};
     static HWY_INLINE VF weigh(VI red, VI green, VI blue)
     {
@@ -365,20 +460,18 @@ HWY_INLINE void paintSplit(const ColumnPixels& pixels, bool bFlip, const SplitCa
             const auto isLessWhole = hn::RebindMask(di, isLess);
             least = hn::IfThenElse(isLess, error, least);
             position = hn::IfThenElse(isLessWhole, hn::Set(di, static_cast<int32_t>(uiPosition)), position);
-            for (size_t c = 0; c < 3; ++c)
-                aSquares[c] = hn::IfThenElse(isLessWhole, aNew[c], aSquares[c]);
+            if constexpr (Measure::k_bKeepsSquares)
+                for (size_t c = 0; c < 3; ++c)
+                    aSquares[c] = hn::IfThenElse(isLessWhole, aNew[c], aSquares[c]);
         }
         hn::Store(least, Measure::d, paint.aErrors + i);
-        for (size_t c = 0; c < 3; ++c)
-            hn::Store(aSquares[c], di, paint.aaiSquares[c] + i);
+        if constexpr (Measure::k_bKeepsSquares)
+            for (size_t c = 0; c < 3; ++c)
+                hn::Store(aSquares[c], di, paint.aaiSquares[c] + i);
         // Positions 0 to 3 are stored as 11, 10, 00, 01.
         const auto msb = hn::Lt(position, hn::Set(di, 2));
         const auto lsb = hn::Or(hn::Eq(position, hn::Zero(di)), hn::Eq(position, hn::Set(di, 3)));
-        uint8_t aui8Msb[8] = {};
-        uint8_t aui8Lsb[8] = {};
-        hn::StoreMaskBits(di, msb, aui8Msb);
-        hn::StoreMaskBits(di, lsb, aui8Lsb);
-        paint.ui32Indices |= (uint32_t{aui8Msb[0]} << 16 | aui8Lsb[0]) << i;
+        paint.ui32Indices |= (maskBits(di, msb) << 16 | maskBits(di, lsb)) << i;
     }
 }
 
