@@ -21,7 +21,7 @@ namespace moxtexture
 ///                 at or above it need not be the least. Which ones are left out is part of the result (see the .cpp).
 /// @return the least error met, above uiBound where nothing better turned up
 ///
-/// Keeps no state. Memory is that of std::vector, some 700 KiB: refused, it throws std::bad_alloc.
+/// Keeps no state. Takes up to 1.3 MiB from the heap for the search; refused, it throws std::bad_alloc.
 [[nodiscard]] uint32_t searchDifferentialExhaustive(const EtcPixels& pixels, uint32_t uiBound, EtcBlockWords& words);
 
 /// The same over squared errors weighted 299, 587 and 114, which is 1000 times blockErrorPerceptual.

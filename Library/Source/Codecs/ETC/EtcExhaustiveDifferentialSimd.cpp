@@ -51,7 +51,7 @@ struct ColourColumn
     size_t uiGreen;
 };
 
-/// The columns with a colour that may matter.
+/// The columns in which a colour may matter.
 template <typename Lane>
 struct ColourColumns
 {
@@ -67,6 +67,7 @@ struct ColumnSources
 {
     ChannelTerms<Lane, k_uiLevels5> red, green, blue;
     RowSums<Lane, k_uiLevels5> aRows[k_uiLevels5]; ///< by red level, where it has any green level
+    LevelTerms<Lane> aGreens[k_uiLevels5];         ///< by green level, where any red level has it
     uint32_t auiGreens[k_uiLevels5];               ///< by red level: the green levels (by bit) that the bound leaves
 };
 
@@ -125,36 +126,35 @@ HWY_NOINLINE HalfErrors findLeastOfRows(const ColumnSources<Lane>& sources, uint
     return auiLeast;
 }
 
-/// Adds a column, unless none of its colours matters.
+/// Adds a column without any error yet.
 template <typename Lane>
-HWY_INLINE void addColumn(const ColumnErrors<Lane, k_uiLevels5>& errors, size_t uiRed, size_t uiGreen, ColourColumns<Lane>& columns)
+HWY_INLINE void addColumn(size_t uiRed, size_t uiGreen, ColourColumns<Lane>& columns)
 {
     const Tag5<Lane> d;
-    HalfErrors auiLeast{};
-    bool bMatters = false;
-    for (size_t uiHalf = 0; uiHalf < k_uiHalves; ++uiHalf)
-    {
-        auto least = hn::Load(d, errors.a[uiHalf]);
-        for (size_t uiLevel = hn::Lanes(d); uiLevel < k_uiLevels5; uiLevel += hn::Lanes(d))
-            least = hn::Min(least, hn::Load(d, errors.a[uiHalf] + uiLevel));
-        auiLeast[uiHalf] = hn::GetLane(hn::MinOfLanes(d, least));
-        bMatters = bMatters || auiLeast[uiHalf] < columns.auiLimits[uiHalf];
-    }
-    if (!bMatters)
-        return;
     ColourColumn<Lane>& column = columns.list.emplace_back();
     column.uiRed = uiRed;
     column.uiGreen = uiGreen;
-    const auto none = hn::Set(d, k_None<Lane>);
+    for (size_t uiHalf = 0; uiHalf < k_uiHalves; ++uiHalf)
+        for (size_t uiLevel = 0; uiLevel < k_uiColumnLevels<Lane>; uiLevel += hn::Lanes(d))
+            hn::StoreU(hn::Set(d, k_None<Lane>), d, column.a[uiHalf] + uiLevel);
+    columns.aaui16Numbers[uiRed][uiGreen] = static_cast<uint16_t>(columns.list.size());
+}
+
+/// The least of all columns' errors.
+template <typename Lane>
+HWY_INLINE HalfErrors findLeastOfColumns(const std::vector<ColourColumn<Lane>>& list)
+{
+    const Tag5<Lane> d;
+    HalfErrors auiLeast{};
     for (size_t uiHalf = 0; uiHalf < k_uiHalves; ++uiHalf)
     {
-        columns.auiLeast[uiHalf] = std::min(columns.auiLeast[uiHalf], auiLeast[uiHalf]);
-        for (size_t uiLevel = 0; uiLevel < k_uiColumnLevels<Lane>; uiLevel += hn::Lanes(d))
-            hn::StoreU(none, d, column.a[uiHalf] + uiLevel);
-        for (size_t uiLevel = 0; uiLevel < k_uiLevels5; uiLevel += hn::Lanes(d))
-            hn::StoreU(hn::Min(none, hn::Load(d, errors.a[uiHalf] + uiLevel)), d, column.a[uiHalf] + k_uiBelow + uiLevel);
+        auto least = hn::Set(d, k_None<Lane>);
+        for (const ColourColumn<Lane>& column : list)
+            for (size_t uiLevel = 0; uiLevel < k_uiLevels5; uiLevel += hn::Lanes(d))
+                least = hn::Min(least, hn::LoadU(d, column.a[uiHalf] + k_uiBelow + uiLevel));
+        auiLeast[uiHalf] = hn::GetLane(hn::MinOfLanes(d, least));
     }
-    columns.aaui16Numbers[uiRed][uiGreen] = static_cast<uint16_t>(columns.list.size());
+    return auiLeast;
 }
 
 template <typename Lane>
@@ -168,35 +168,49 @@ HWY_NOINLINE ColourColumns<Lane> makeColumns(const EtcPixels& pixels, const std:
     fillTerms(pixels.aui8Green, auiWeights[1], sources.green);
     fillTerms(pixels.aui8Blue, auiWeights[2], sources.blue);
 
-    HalfErrors auiLimits = makeLimits(uiStart, findLeastOfChannels(sources));
+    const HalfErrors auiLimits = makeLimits(uiStart, findLeastOfChannels(sources));
     for (size_t uiRed = 0; uiRed < k_uiLevels5; ++uiRed)
     {
         sources.auiGreens[uiRed] = 0;
         if (sources.red.aLeast[uiRed] >= uiBound || !isPromisingRed(sources.red, uiRed, sources.green, sources.blue, auiLimits))
             continue;
-        sumRow(sources.red, uiRed, sources.green, sources.aRows[uiRed]);
-        sources.auiGreens[uiRed] = findGreensBelow(sources.aRows[uiRed], uiBound);
+        RowSums<Lane, k_uiLevels5>& row = sources.aRows[uiRed];
+        fillLevel<k_uiLevels5>(pixels.aui8Red, auiWeights[0], uiRed, row.red);
+        sumRow(sources.green, row);
+        sources.auiGreens[uiRed] = findGreensBelow(row, uiBound);
     }
 
     ColourColumns<Lane> columns;
-    columns.auiLeast.fill(k_None<Lane>);
     columns.auiLimits = makeLimits(uiStart, findLeastOfRows(sources, uiBound));
-    size_t uiMost = 0;
+    size_t uiColumns = 0;
+    uint32_t uiAllGreens = 0;
     for (size_t uiRed = 0; uiRed < k_uiLevels5; ++uiRed)
         if (sources.auiGreens[uiRed] != 0)
         {
             sources.auiGreens[uiRed] &= findPromisingGreens(sources.aRows[uiRed], sources.blue, columns.auiLimits);
-            uiMost += hwy::PopCount(sources.auiGreens[uiRed]);
+            uiColumns += hwy::PopCount(sources.auiGreens[uiRed]);
+            uiAllGreens |= sources.auiGreens[uiRed];
         }
-    columns.list.reserve(uiMost);
-    ColumnErrors<Lane, k_uiLevels5> errors;
+    columns.list.reserve(uiColumns);
     for (size_t uiRed = 0; uiRed < k_uiLevels5; ++uiRed)
         for (size_t uiGreen = 0; uiGreen < k_uiLevels5; ++uiGreen)
             if ((sources.auiGreens[uiRed] >> uiGreen & 1) != 0)
-            {
-                sweepColumn(sources.aRows[uiRed], sources.green, uiGreen, sources.blue, columns.auiLimits, errors);
-                addColumn(errors, uiRed, uiGreen, columns);
-            }
+                addColumn(uiRed, uiGreen, columns);
+    for (size_t uiGreen = 0; uiGreen < k_uiLevels5; ++uiGreen)
+        if ((uiAllGreens >> uiGreen & 1) != 0)
+            fillLevel<k_uiLevels5>(pixels.aui8Green, auiWeights[1], uiGreen, sources.aGreens[uiGreen]);
+
+    // Table by table, as the terms of one table fit into the fastest cache.
+    for (size_t uiTable = 0; uiTable < k_uiTables; ++uiTable)
+        for (ColourColumn<Lane>& column : columns.list)
+        {
+            const RowSums<Lane, k_uiLevels5>& row = sources.aRows[column.uiRed];
+            const uint32_t uiHalfMask = findPromisingHalves(row, column.uiGreen, sources.blue, uiTable, columns.auiLimits);
+            if (uiHalfMask != 0)
+                sweepBlues(row.red, sources.aGreens[column.uiGreen], sources.blue, uiTable, uiHalfMask, column.a[0] + k_uiBelow,
+                           k_uiColumnLevels<Lane>);
+        }
+    columns.auiLeast = findLeastOfColumns(columns.list);
     return columns;
 }
 
@@ -246,7 +260,7 @@ HWY_INLINE void findSecondLeast(const ColourColumns<Lane>& columns, const Colour
                              hn::Store(hn::Min(hn::Load(d, least.a + i), hn::LoadU(d, second.a[eHalf] + i)), d, least.a + i);
                      });
     // Entry i covers the entries i to i + 7 of the columns, which are the levels i - 4 to i + 3.
-    for (const size_t uiStep : {1, 2, 4})
+    for (const size_t uiStep : {size_t{1}, size_t{2}, size_t{4}})
         for (size_t i = 0; i < uiUsed; i += uiLanes)
             hn::Store(hn::Min(hn::Load(d, least.a + i), hn::LoadU(d, least.a + i + uiStep)), d, least.a + i);
 }

@@ -40,7 +40,7 @@ template <EEtcMeasure eMeasure>
 void improveHalves(const EtcPixels& pixels, uint32_t uiBound, EtcBestHalves& best);
 
 /// Goes through all pairs of colours and keeps what EtcExhaustiveDifferential.h says. In vectors, the same for every instruction
-/// set. Memory is that of std::vector.
+/// set. Memory refused throws std::bad_alloc.
 ///
 /// @param best     what the search starts from; a pair has an effect only if it is below its error
 /// @param uiBound  not above the start's error. Pairs of red and green whose two channels alone reach it in every half are left

@@ -17,7 +17,7 @@ namespace moxtexture
 ///                 at or above it need not be the least. Which ones are left out is part of the result (see the .cpp).
 /// @return the error of the block, above uiBound where nothing better turned up
 ///
-/// Keeps no state. Memory: some 100 KiB of stack.
+/// Keeps no state. Memory: some 150 KiB of stack.
 [[nodiscard]] uint32_t searchIndividualExhaustive(const EtcPixels& pixels, uint32_t uiBound, EtcBlockWords& words);
 
 /// The same over squared errors weighted 299, 587 and 114, which is 1000 times blockErrorPerceptual.

@@ -23,10 +23,31 @@ namespace HWY_NAMESPACE
 
 constexpr size_t k_uiLevels4 = 16;
 
+/// The errors of the halves for one red and one green level, by blue level. Those that are not below what the half has may be too
+/// high, but stay so.
+template <typename Lane>
+struct ColumnErrors
+{
+    alignas(64) Lane a[k_uiHalves][k_uiLevels4];
+};
+
+template <typename Lane>
+HWY_INLINE void findErrors(const RowSums<Lane, k_uiLevels4>& sums, const LevelTerms<Lane>& green, size_t uiGreen,
+                           const ChannelTerms<Lane, k_uiLevels4>& blue, const HalfErrors& auiLimits, ColumnErrors<Lane>& errors)
+{
+    std::fill_n(&errors.a[0][0], k_uiHalves * k_uiLevels4, std::numeric_limits<Lane>::max());
+    for (size_t uiTable = 0; uiTable < k_uiTables; ++uiTable)
+    {
+        const uint32_t uiHalfMask = findPromisingHalves(sums, uiGreen, blue, uiTable, auiLimits);
+        if (uiHalfMask != 0)
+            sweepBlues(sums.red, green, blue, uiTable, uiHalfMask, &errors.a[0][0], k_uiLevels4);
+    }
+}
+
 /// Takes a column's errors over, where they are below what the halves have.
 /// @return whether any is
 template <typename Lane>
-HWY_INLINE bool takeColumn(const ColumnErrors<Lane, k_uiLevels4>& errors, size_t uiRed, size_t uiGreen, EtcBestHalves& best)
+HWY_INLINE bool takeColumn(const ColumnErrors<Lane>& errors, size_t uiRed, size_t uiGreen, EtcBestHalves& best)
 {
     bool bImproved = false;
     for (size_t uiHalf = 0; uiHalf < k_uiHalves; ++uiHalf)
@@ -48,18 +69,24 @@ HWY_NOINLINE void goThroughHalves(const EtcPixels& pixels, const std::array<uint
     fillTerms(pixels.aui8Green, auiWeights[1], green);
     fillTerms(pixels.aui8Blue, auiWeights[2], blue);
     RowSums<Lane, k_uiLevels4> sums;
-    ColumnErrors<Lane, k_uiLevels4> errors;
+    LevelTerms<Lane> aGreens[k_uiLevels4];
+    uint32_t uiFilledGreens = 0; // by bit
+    ColumnErrors<Lane> errors;
     for (size_t uiRed = 0; uiRed < k_uiLevels4; ++uiRed)
     {
         if (red.aLeast[uiRed] >= uiBound || !isPromisingRed(red, uiRed, green, blue, best.auiErrors))
             continue;
-        sumRow(red, uiRed, green, sums);
+        fillLevel<k_uiLevels4>(pixels.aui8Red, auiWeights[0], uiRed, sums.red);
+        sumRow(green, sums);
         const uint32_t uiGreens = findPromisingGreens(sums, blue, best.auiErrors);
         for (size_t uiGreen = 0; uiGreen < k_uiLevels4; ++uiGreen)
         {
             if ((uiGreens >> uiGreen & 1) == 0 || sums.aLeast[uiGreen] >= uiBound)
                 continue;
-            sweepColumn(sums, green, uiGreen, blue, best.auiErrors, errors);
+            if ((uiFilledGreens >> uiGreen & 1) == 0)
+                fillLevel<k_uiLevels4>(pixels.aui8Green, auiWeights[1], uiGreen, aGreens[uiGreen]);
+            uiFilledGreens |= 1u << uiGreen;
+            findErrors(sums, aGreens[uiGreen], uiGreen, blue, best.auiErrors, errors);
             if (takeColumn(errors, uiRed, uiGreen, best))
                 uiBound = std::min({uiBound, best.rowsError(), best.columnsError()});
         }

@@ -10,6 +10,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <limits>
 
 #include <hwy/highway.h>
@@ -65,7 +66,7 @@ HWY_INLINE uint32_t getMaskBits(D d, hn::Mask<D> mask)
     return loadLE<uint32_t>(aui8Bits);
 }
 
-/// A channel's weighted squared differences.
+/// A channel's weighted squared differences, level by level in lanes, and their sums.
 template <typename Lane, size_t k_uiLevels>
 struct ChannelTerms
 {
@@ -75,22 +76,20 @@ struct ChannelTerms
     uint32_t auiLeast[k_uiTables][k_uiHalves];                    ///< of all levels
 };
 
+/// The same differences for one level, by table, pixel and modifier.
+template <typename Lane>
+struct LevelTerms
+{
+    alignas(64) Lane a[k_uiTables][16 * k_uiModifiers];
+};
+
 /// The sums of red's and green's terms for one red level.
 template <typename Lane, size_t k_uiLevels>
 struct RowSums
 {
-    alignas(64) Lane aRed[k_uiTables][16][k_uiModifiers];         ///< red's terms
+    LevelTerms<Lane> red;
     alignas(64) Lane aHalves[k_uiTables][k_uiHalves][k_uiLevels]; ///< by green level: the pixels' least sums, summed
     alignas(64) Lane aLeast[k_uiLevels];                          ///< of all tables and halves
-};
-
-/// The errors of the halves for one red and one green level, by blue level.
-template <typename Lane, size_t k_uiLevels>
-struct ColumnErrors
-{
-    alignas(64) Lane a[k_uiHalves][k_uiLevels];
-
-    void clear() { std::fill_n(&a[0][0], k_uiHalves * k_uiLevels, std::numeric_limits<Lane>::max()); }
 };
 
 template <typename D>
@@ -159,18 +158,44 @@ HWY_NOINLINE void fillTerms(const std::array<uint8_t, 16>& values, uint32_t uiWe
         }
 }
 
+template <size_t k_uiLevels, typename Lane>
+HWY_NOINLINE void fillLevel(const std::array<uint8_t, 16>& values, uint32_t uiWeight, size_t uiLevel, LevelTerms<Lane>& terms)
+{
+    constexpr size_t uiCount = 16 * k_uiModifiers;
+    const hn::CappedTag<Lane, uiCount> d;
+    const hn::Rebind<uint8_t, decltype(d)> d8;
+    static constexpr auto k_aPaints = makeEtcPaintBytes<k_uiLevels>();
+    alignas(64) uint8_t aui8Values[uiCount];
+    alignas(64) uint32_t auiPaints[16]; // of four bytes each
+    for (size_t i = 0; i < uiCount; ++i)
+        aui8Values[i] = values[i / k_uiModifiers];
+    const auto weight = hn::Set(d, static_cast<Lane>(uiWeight));
+    for (size_t uiTable = 0; uiTable < k_uiTables; ++uiTable)
+    {
+        uint8_t aui8Four[k_uiModifiers];
+        for (size_t uiModifier = 0; uiModifier < k_uiModifiers; ++uiModifier)
+            aui8Four[uiModifier] = k_aPaints[uiTable][uiModifier][uiLevel];
+        uint32_t uiFour = 0;
+        std::memcpy(&uiFour, aui8Four, sizeof(uiFour));
+        std::fill_n(auiPaints, 16, uiFour);
+        const auto* const pui8Paints = reinterpret_cast<const uint8_t*>(auiPaints);
+        for (size_t i = 0; i < uiCount; i += hn::Lanes(d))
+        {
+            const auto difference = hn::Sub(hn::PromoteTo(d, hn::Load(d8, pui8Paints + i)), hn::PromoteTo(d, hn::Load(d8, aui8Values + i)));
+            hn::Store(hn::Mul(hn::Mul(difference, difference), weight), d, terms.a[uiTable] + i);
+        }
+    }
+}
+
+/// Fills what depends on the sums' red terms.
 template <typename Lane, size_t k_uiLevels>
-HWY_NOINLINE void sumRow(const ChannelTerms<Lane, k_uiLevels>& red, size_t uiRed, const ChannelTerms<Lane, k_uiLevels>& green,
-                         RowSums<Lane, k_uiLevels>& sums)
+HWY_NOINLINE void sumRow(const ChannelTerms<Lane, k_uiLevels>& green, RowSums<Lane, k_uiLevels>& sums)
 {
     const LevelTag<Lane, k_uiLevels> d;
     using V = hn::Vec<decltype(d)>;
     std::fill_n(sums.aLeast, k_uiLevels, std::numeric_limits<Lane>::max());
     for (size_t uiTable = 0; uiTable < k_uiTables; ++uiTable)
     {
-        for (size_t uiPixel = 0; uiPixel < 16; ++uiPixel)
-            for (size_t uiModifier = 0; uiModifier < k_uiModifiers; ++uiModifier)
-                sums.aRed[uiTable][uiPixel][uiModifier] = red.aTerms[uiTable][uiPixel][uiModifier][uiRed];
         for (size_t uiLevel = 0; uiLevel < k_uiLevels; uiLevel += hn::Lanes(d))
         {
             V quadrants[4];
@@ -181,7 +206,7 @@ HWY_NOINLINE void sumRow(const ChannelTerms<Lane, k_uiLevels>& red, size_t uiRed
                 {
                     V pairs[k_uiModifiers];
                     for (size_t uiModifier = 0; uiModifier < k_uiModifiers; ++uiModifier)
-                        pairs[uiModifier] = addErrors(d, hn::Set(d, sums.aRed[uiTable][uiPixel][uiModifier]),
+                        pairs[uiModifier] = addErrors(d, hn::Set(d, sums.red.a[uiTable][uiPixel * k_uiModifiers + uiModifier]),
                                                       hn::Load(d, green.aTerms[uiTable][uiPixel][uiModifier] + uiLevel));
                     quadrants[uiQuadrant] =
                         addErrors(d, quadrants[uiQuadrant], leastOfFour<decltype(d)>(pairs[0], pairs[1], pairs[2], pairs[3]));
@@ -193,13 +218,18 @@ HWY_NOINLINE void sumRow(const ChannelTerms<Lane, k_uiLevels>& red, size_t uiRed
 }
 
 /// Lowers the errors of the halves in a mask (bit uiHalf) to those under one table.
+/// @param pErrors  by half, uiStride apart, and blue level
 template <typename Lane, size_t k_uiLevels>
-HWY_NOINLINE void sweepBlues(const RowSums<Lane, k_uiLevels>& sums, const ChannelTerms<Lane, k_uiLevels>& green, size_t uiGreen,
-                             const ChannelTerms<Lane, k_uiLevels>& blue, size_t uiTable, uint32_t uiHalfMask,
-                             ColumnErrors<Lane, k_uiLevels>& errors)
+HWY_NOINLINE void sweepBlues(const LevelTerms<Lane>& red, const LevelTerms<Lane>& green, const ChannelTerms<Lane, k_uiLevels>& blue,
+                             size_t uiTable, uint32_t uiHalfMask, Lane* HWY_RESTRICT pErrors, size_t uiStride)
 {
     const LevelTag<Lane, k_uiLevels> d;
     using V = hn::Vec<decltype(d)>;
+    const hn::CappedTag<Lane, 16 * k_uiModifiers> dPairs;
+    alignas(64) Lane aPairs[16 * k_uiModifiers];
+    for (size_t i = 0; i < std::size(aPairs); i += hn::Lanes(dPairs))
+        hn::Store(addErrors(dPairs, hn::Load(dPairs, red.a[uiTable] + i), hn::Load(dPairs, green.a[uiTable] + i)), dPairs, aPairs + i);
+
     uint32_t uiQuadrantMask = 0;
     for (size_t uiHalf = 0; uiHalf < k_uiHalves; ++uiHalf)
         if ((uiHalfMask >> uiHalf & 1) != 0)
@@ -216,11 +246,8 @@ HWY_NOINLINE void sweepBlues(const RowSums<Lane, k_uiLevels>& sums, const Channe
             {
                 V all[k_uiModifiers];
                 for (size_t uiModifier = 0; uiModifier < k_uiModifiers; ++uiModifier)
-                {
-                    const V pair = addErrors(d, hn::Set(d, sums.aRed[uiTable][uiPixel][uiModifier]),
-                                             hn::Set(d, green.aTerms[uiTable][uiPixel][uiModifier][uiGreen]));
-                    all[uiModifier] = addErrors(d, pair, hn::Load(d, blue.aTerms[uiTable][uiPixel][uiModifier] + uiLevel));
-                }
+                    all[uiModifier] = addErrors(d, hn::Set(d, aPairs[uiPixel * k_uiModifiers + uiModifier]),
+                                                hn::Load(d, blue.aTerms[uiTable][uiPixel][uiModifier] + uiLevel));
                 quadrants[uiQuadrant] = addErrors(d, quadrants[uiQuadrant], leastOfFour<decltype(d)>(all[0], all[1], all[2], all[3]));
             }
         }
@@ -229,7 +256,8 @@ HWY_NOINLINE void sweepBlues(const RowSums<Lane, k_uiLevels>& sums, const Channe
             if ((uiHalfMask >> uiHalf & 1) == 0)
                 continue;
             const V sum = addErrors(d, quadrants[k_aauiHalfQuadrants[uiHalf][0]], quadrants[k_aauiHalfQuadrants[uiHalf][1]]);
-            hn::Store(hn::Min(hn::Load(d, errors.a[uiHalf] + uiLevel), sum), d, errors.a[uiHalf] + uiLevel);
+            Lane* const pHalf = pErrors + uiHalf * uiStride + uiLevel;
+            hn::StoreU(hn::Min(hn::LoadU(d, pHalf), sum), d, pHalf);
         }
     }
 }
@@ -245,21 +273,6 @@ HWY_INLINE uint32_t findPromisingHalves(const RowSums<Lane, k_uiLevels>& sums, s
         if (sums.aHalves[uiTable][uiHalf][uiGreen] + blue.auiLeast[uiTable][uiHalf] < auiLimits[uiHalf])
             uiHalfMask |= 1u << uiHalf;
     return uiHalfMask;
-}
-
-/// Lowers the errors of a column (one red, one green level) to those of all tables, where they are below their limits; others may
-/// stay too high, but not below the limit.
-template <typename Lane, size_t k_uiLevels>
-HWY_INLINE void sweepColumn(const RowSums<Lane, k_uiLevels>& sums, const ChannelTerms<Lane, k_uiLevels>& green, size_t uiGreen,
-                            const ChannelTerms<Lane, k_uiLevels>& blue, const HalfErrors& auiLimits, ColumnErrors<Lane, k_uiLevels>& errors)
-{
-    errors.clear();
-    for (size_t uiTable = 0; uiTable < k_uiTables; ++uiTable)
-    {
-        const uint32_t uiHalfMask = findPromisingHalves(sums, uiGreen, blue, uiTable, auiLimits);
-        if (uiHalfMask != 0)
-            sweepBlues(sums, green, uiGreen, blue, uiTable, uiHalfMask, errors);
-    }
 }
 
 /// The green levels (by bit) with which some table may bring some half below its limit.
