@@ -265,16 +265,9 @@ HWY_INLINE uint32_t getGroupSize()
 /// The sum of the squares of two neighbours, each at most k_iFarthest.
 HWY_INLINE V32 addSquares(V16 pairs)
 {
-#if HWY_ARCH_X86 && HWY_TARGET != HWY_EMU128
-    // Here this adds neighbours (pmaddwd), elsewhere it may add others.
-    V32 unused = hn::Zero(d32);
-    return hn::ReorderWidenMulAccumulate(d32, pairs, pairs, hn::Zero(d32), unused);
-#else
-    const V32 both = hn::BitCast(d32, pairs);
-    const V32 first = hn::ShiftRight<16>(hn::ShiftLeft<16>(both));
-    const V32 second = hn::ShiftRight<16>(both);
-    return hn::Add(hn::Mul(first, first), hn::Mul(second, second));
-#endif
+    V32 rest = hn::Zero(d32);
+    const V32 sums = hn::ReorderWidenMulAccumulate(d32, pairs, pairs, hn::Zero(d32), rest);
+    return hn::RearrangeToOddPlusEven(sums, rest);
 }
 
 template <typename D, typename V>
