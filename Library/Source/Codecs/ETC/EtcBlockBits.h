@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <cstddef>
 #include <cstdint>
 
 namespace moxtexture
@@ -27,8 +26,6 @@ constexpr bool operator!=(const EtcBlockWords& a, const EtcBlockWords& b)
 
 /// Red, green, blue: either levels of 4 or 5 bits (6 and 7 in planar mode) or bytes, as the user says.
 using EtcColour = std::array<uint8_t, 3>;
-
-constexpr size_t k_uiEtcColourBlockBytes = 8;
 
 /// The diff bit of the high word; in punch-through blocks the opaque bit.
 constexpr uint32_t k_ui32EtcDiffBit = 2;
