@@ -14,11 +14,24 @@ namespace moxtexture
 namespace
 {
 
-enum class EWinner
+// The steps of T mode and of H mode, by the same names.
+
+struct ModeT
 {
-    eOther,
-    eT,
-    eH
+    static const EtcModeFit& fitOf(const EtcFastModes& modes) { return modes.t; }
+    static EtcBlockWords make(const EtcPixels& pixels, const EtcModeFit& fit, bool bWeighted) { return makeFastT(pixels, fit, bWeighted); }
+    static EtcPixels decode(const EtcBlockWords& compact) { return decodeEtcPixelsT(compact); }
+    static EtcBlockWords stuff(const EtcBlockWords& compact) { return stuffT(compact); }
+    static EtcBlockWords refine(const EtcPixels& pixels, const EtcColourPair& halfIntensity) { return tRefine(pixels, halfIntensity); }
+};
+
+struct ModeH
+{
+    static const EtcModeFit& fitOf(const EtcFastModes& modes) { return modes.h; }
+    static EtcBlockWords make(const EtcPixels& pixels, const EtcModeFit& fit, bool bWeighted) { return makeFastH(pixels, fit, bWeighted); }
+    static EtcPixels decode(const EtcBlockWords& compact) { return decodeEtcPixelsH(compact); }
+    static EtcBlockWords stuff(const EtcBlockWords& compact) { return stuffH(compact); }
+    static EtcBlockWords refine(const EtcPixels& pixels, const EtcColourPair&) { return hRefine(pixels); }
 };
 
 /// Sums of squares. They are whole numbers, and those that the searches give are those of the decoded blocks.
@@ -29,8 +42,8 @@ struct PlainMeasure
     static double measure(const EtcPixels& pixels, const EtcPixels& decoded) { return blockErrorRGB(pixels, decoded); }
     static bool mayBeLess(uint32_t uiFound, double fError) { return uiFound < fError; }
 
-    template <typename Decode>
-    static double measureFit(const EtcPixels&, const EtcModeFit& fit, const EtcBlockWords&, Decode)
+    template <typename Mode>
+    static double measureFit(const EtcPixels&, const EtcModeFit& fit, const EtcBlockWords&)
     {
         return fit.uiError;
     }
@@ -46,61 +59,55 @@ struct PerceptualMeasure
     static double measure(const EtcPixels& pixels, const EtcPixels& decoded) { return 1000.0 * blockErrorPerceptual(pixels, decoded); }
     static bool mayBeLess(uint32_t uiFound, double fError) { return uiFound < fError + k_fFarthestRounding; }
 
-    template <typename Decode>
-    static double measureFit(const EtcPixels& pixels, const EtcModeFit&, const EtcBlockWords& compact, Decode decode)
+    template <typename Mode>
+    static double measureFit(const EtcPixels& pixels, const EtcModeFit&, const EtcBlockWords& compact)
     {
-        return measure(pixels, decode(compact));
+        return measure(pixels, Mode::decode(compact));
     }
 };
 
-/// @tparam Measure  of all blocks but the refined ones, which are always measured plainly
+/// Takes the block of a mode if its error is strictly less.
+template <typename Measure, typename Mode>
+bool tryFit(const EtcPixels& pixels, const EtcFastModes& modes, double& fError, EtcBlockWords& block)
+{
+    const EtcModeFit& fit = Mode::fitOf(modes);
+    if (!Measure::mayBeLess(fit.uiError, fError))
+        return false;
+    const EtcBlockWords compact = Mode::make(pixels, fit, Measure::k_bWeighted);
+    const double fFound = Measure::template measureFit<Mode>(pixels, fit, compact);
+    if (fFound >= fError)
+        return false;
+    fError = fFound;
+    block = Mode::stuff(compact);
+    return true;
+}
+
+/// On purpose: the refined block is found and measured plainly, whatever fError was measured by.
+template <typename Mode>
+void tryRefined(const EtcPixels& pixels, const EtcColourPair& halfIntensity, double fError, EtcBlockWords& block)
+{
+    const EtcBlockWords refined = Mode::refine(pixels, halfIntensity);
+    if (blockErrorRGB(pixels, Mode::decode(refined)) < fError)
+        block = Mode::stuff(refined);
+}
+
 template <typename Measure>
 void tryPlanarTH(const EtcPixels& pixels, const EtcColourPair& halfIntensity, double fError, EtcBlockWords& block)
 {
-    EWinner eWinner = EWinner::eOther;
     const EtcBlockWords planar = planarFit(pixels);
     const double fPlanar = Measure::measure(pixels, decodeEtcPixelsPlanar(planar));
-    if (fError > fPlanar)
+    if (fPlanar < fError)
     {
         fError = fPlanar;
         block = stuffPlanar(planar);
     }
     const EtcFastModes modes = fitFastModes(pixels, halfIntensity, Measure::k_bWeighted);
-    if (Measure::mayBeLess(modes.t.uiError, fError))
-    {
-        const EtcBlockWords compact = makeFastT(pixels, modes.t, Measure::k_bWeighted);
-        const double fT = Measure::measureFit(pixels, modes.t, compact, decodeEtcPixelsT);
-        if (fError > fT)
-        {
-            fError = fT;
-            block = stuffT(compact);
-            eWinner = EWinner::eT;
-        }
-    }
-    if (Measure::mayBeLess(modes.h.uiError, fError))
-    {
-        const EtcBlockWords compact = makeFastH(pixels, modes.h, Measure::k_bWeighted);
-        const double fH = Measure::measureFit(pixels, modes.h, compact, decodeEtcPixelsH);
-        if (fError > fH)
-        {
-            fError = fH;
-            block = stuffH(compact);
-            eWinner = EWinner::eH;
-        }
-    }
-
-    if (eWinner == EWinner::eT)
-    {
-        const EtcBlockWords refined = tRefine(pixels, halfIntensity);
-        if (fError > blockErrorRGB(pixels, decodeEtcPixelsT(refined)))
-            block = stuffT(refined);
-    }
-    else if (eWinner == EWinner::eH)
-    {
-        const EtcBlockWords refined = hRefine(pixels);
-        if (fError > blockErrorRGB(pixels, decodeEtcPixelsH(refined)))
-            block = stuffH(refined);
-    }
+    const bool bT = tryFit<Measure, ModeT>(pixels, modes, fError, block);
+    const bool bH = tryFit<Measure, ModeH>(pixels, modes, fError, block);
+    if (bH)
+        tryRefined<ModeH>(pixels, halfIntensity, fError, block);
+    else if (bT)
+        tryRefined<ModeT>(pixels, halfIntensity, fError, block);
 }
 
 } // namespace
