@@ -19,6 +19,8 @@ namespace moxtexture
 {
 namespace HWY_NAMESPACE
 {
+namespace
+{
 
 using DU = hn::RebindToUnsigned<DI>;
 constexpr DU du{};
@@ -339,8 +341,8 @@ class CPerceptualSearch
 public:
     HWY_INLINE explicit CPerceptualSearch(const ColumnPixels& pixels) : m_pixels(pixels), m_searchPixels(pixels) {}
 
-    /// Finds the split of one search. Splits that can't come to an error below fLimit are left out: what is found in their place
-    /// is no less than they are.
+    /// Finds the split of one search. Splits whose errors are certainly above fLimit are left out: the search then gives the other
+    /// one, which is above it as well where the search proper would have given the one left out.
     /// @param aBases  of both splits; stay in use by what is found
     /// @return false if none is left
     HWY_INLINE bool findSplit(const SplitBases (&aBases)[2], double fLimit, SplitFit& fit, SplitPaint<float>& paint)
@@ -473,6 +475,7 @@ double encodePerceptual(const EtcPixels& block, EtcBlockWords& words)
     return fError;
 }
 
+} // namespace
 } // namespace HWY_NAMESPACE
 } // namespace moxtexture
 HWY_AFTER_NAMESPACE();

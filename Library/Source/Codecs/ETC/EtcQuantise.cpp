@@ -4,71 +4,110 @@
 
 namespace moxtexture
 {
+
 namespace
 {
 
-uint8_t expand4(uint32_t uiLevel)
+struct FourBits
 {
-    return static_cast<uint8_t>(uiLevel * 16 | uiLevel);
+    static constexpr int32_t k_iTop = 15;
+    static uint8_t expand(uint32_t uiLevel) { return static_cast<uint8_t>(expandEtc4(uiLevel)); }
+    static uint8_t roundDown(float fMean) { return static_cast<uint8_t>(double{fMean} / 17.0); }
+    // A ten-thousandth moves no mean, as these are multiples of 1/8.
+    static uint8_t roundToNearest(float fMean) { return static_cast<uint8_t>(double{fMean} / 17.0 + 0.5 + double{1e-4f}); }
+};
+
+struct FiveBits
+{
+    static constexpr int32_t k_iTop = 31;
+    static uint8_t expand(uint32_t uiLevel) { return static_cast<uint8_t>(expandEtc5(uiLevel)); }
+    static uint8_t roundDown(float fMean) { return static_cast<uint8_t>(fMean / 8.225806f); } // 255 / 31
+    static uint8_t roundToNearest(float fMean) { return roundEtcLevel(fMean * 31.0f / 255.0f); }
+};
+
+template <typename Bits>
+EtcQuantised expandColour(const EtcColour& levels)
+{
+    return {levels, {Bits::expand(levels[0]), Bits::expand(levels[1]), Bits::expand(levels[2])}};
 }
 
-uint8_t expand5(uint32_t uiLevel)
+template <typename Bits>
+EtcQuantised quantiseNearest(const EtcMean& mean)
 {
-    return static_cast<uint8_t>(uiLevel << 3 | uiLevel >> 2);
+    return expandColour<Bits>({Bits::roundToNearest(mean[0]), Bits::roundToNearest(mean[1]), Bits::roundToNearest(mean[2])});
 }
 
-/// @param weights  of the squares of (red - green), (red - blue), (green - blue)
-EtcQuantised quantiseCombined(const EtcMean& mean, bool b4Bit, const std::array<float, 3>& weights, bool bWithLimit)
+/// The levels below and above a mean.
+struct ChannelChoice
 {
-    EtcColour low, high;
-    std::array<float, 3> lowError, highError;
-    for (size_t c = 0; c < 3; ++c)
+    uint8_t aui8Levels[2];
+    float afErrors[2];
+};
+
+template <typename Bits>
+ChannelChoice getChoice(float fMean)
+{
+    ChannelChoice choice;
+    choice.aui8Levels[0] = Bits::roundDown(fMean);
+    choice.aui8Levels[1] = static_cast<uint8_t>(std::min(choice.aui8Levels[0] + 1, Bits::k_iTop));
+    for (size_t i = 0; i < 2; ++i)
+        choice.afErrors[i] = static_cast<float>(Bits::expand(choice.aui8Levels[i])) - fMean;
+    return choice;
+}
+
+/// Low or high for red, green and blue, in the order of the choices.
+constexpr size_t k_aauiChoices[8][3] = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {1, 1, 0}, {1, 0, 1}, {0, 1, 1}, {1, 1, 1}};
+
+float square(float f)
+{
+    return f * f;
+}
+
+/// @param afWeights  of the squares for red and green, red and blue, green and blue
+/// @param bWithLimit  settle greys by k_fEtcGreyLimit
+template <typename Bits>
+EtcQuantised quantiseCombined(const EtcMean& mean, const float (&afWeights)[3], bool bWithLimit)
+{
+    const ChannelChoice aChannels[3] = {getChoice<Bits>(mean[0]), getChoice<Bits>(mean[1]), getChoice<Bits>(mean[2])};
+    const auto cost = [&](const size_t(&auiChoice)[3])
     {
-        low[c] = b4Bit ? static_cast<uint8_t>(double{mean[c]} / 17.0) : static_cast<uint8_t>(mean[c] / 8.225806f);
-        high[c] = static_cast<uint8_t>(std::min(low[c] + 1, b4Bit ? 15 : 31));
-        lowError[c] = static_cast<float>(b4Bit ? expand4(low[c]) : expand5(low[c])) - mean[c];
-        highError[c] = static_cast<float>(b4Bit ? expand4(high[c]) : expand5(high[c])) - mean[c];
-    }
-
-    constexpr bool k_abHigh[8][3] = {{false, false, false}, {true, false, false}, {false, true, false}, {false, false, true},
-                                     {true, true, false},   {true, false, true},  {false, true, true},  {true, true, true}};
+        const float fRed = aChannels[0].afErrors[auiChoice[0]];
+        const float fGreen = aChannels[1].afErrors[auiChoice[1]];
+        const float fBlue = aChannels[2].afErrors[auiChoice[2]];
+        return afWeights[0] * square(fRed - fGreen) + afWeights[1] * square(fRed - fBlue) + afWeights[2] * square(fGreen - fBlue);
+    };
     size_t uiBest = 0;
-    float fLeast = 0.0f;
-    for (size_t uiChoice = 0; uiChoice < 8; ++uiChoice)
+    float fLeast = cost(k_aauiChoices[0]);
+    for (size_t uiChoice = 1; uiChoice < 8; ++uiChoice)
     {
-        const float fRed = k_abHigh[uiChoice][0] ? highError[0] : lowError[0];
-        const float fGreen = k_abHigh[uiChoice][1] ? highError[1] : lowError[1];
-        const float fBlue = k_abHigh[uiChoice][2] ? highError[2] : lowError[2];
-        const float fCost = weights[0] * ((fRed - fGreen) * (fRed - fGreen)) + weights[1] * ((fRed - fBlue) * (fRed - fBlue)) +
-                            weights[2] * ((fGreen - fBlue) * (fGreen - fBlue));
-        if (uiChoice == 0 || fCost < fLeast)
-        {
-            fLeast = fCost;
-            uiBest = uiChoice;
-        }
+        const float fCost = cost(k_aauiChoices[uiChoice]);
+        if (fCost >= fLeast)
+            continue;
+        fLeast = fCost;
+        uiBest = uiChoice;
     }
     if (bWithLimit && (uiBest == 0 || uiBest == 7))
-        uiBest = double{lowError[0] * lowError[0] + lowError[1] * lowError[1] + lowError[2] * lowError[2]} > 192.0 ? size_t{7} : size_t{0};
-
-    EtcQuantised result;
-    for (size_t c = 0; c < 3; ++c)
     {
-        result.levels[c] = k_abHigh[uiBest][c] ? high[c] : low[c];
-        result.bytes[c] = b4Bit ? expand4(result.levels[c]) : expand5(result.levels[c]);
+        const float fLowErrors = square(aChannels[0].afErrors[0]) + square(aChannels[1].afErrors[0]) + square(aChannels[2].afErrors[0]);
+        uiBest = fLowErrors > k_fEtcGreyLimit ? 7 : 0;
     }
-    return result;
+
+    EtcColour levels;
+    for (size_t c = 0; c < 3; ++c)
+        levels[c] = aChannels[c].aui8Levels[k_aauiChoices[uiBest][c]];
+    return expandColour<Bits>(levels);
 }
 
-constexpr std::array<float, 3> k_aPlainWeights = {1.0f, 1.0f, 1.0f};
-constexpr std::array<float, 3> k_aPerceptualWeights = {0.175513f, 0.034086f, 0.066918f};
+constexpr float k_afAlike[3] = {1.0f, 1.0f, 1.0f};
 
 } // namespace
 
 EtcMean etcHalfMean(const EtcPixels& pixels, EEtcHalf eHalf)
 {
+    const bool bColumns = eHalf == eEtcLeft || eHalf == eEtcRight;
     const size_t uiX = eHalf == eEtcRight ? 2 : 0;
     const size_t uiY = eHalf == eEtcBottom ? 2 : 0;
-    const size_t uiWidth = eHalf == eEtcLeft || eHalf == eEtcRight ? 2 : 4;
+    const size_t uiWidth = bColumns ? 2 : 4;
     uint32_t aui[3] = {};
     for (size_t i = 0; i < 8; ++i)
     {
@@ -80,52 +119,40 @@ EtcMean etcHalfMean(const EtcPixels& pixels, EEtcHalf eHalf)
     return {static_cast<float>(aui[0]) * 0.125f, static_cast<float>(aui[1]) * 0.125f, static_cast<float>(aui[2]) * 0.125f};
 }
 
-bool isEtcDifferential(const EtcColour& levels0, const EtcColour& levels1)
-{
-    return std::equal(levels0.begin(), levels0.end(), levels1.begin(),
-                      [](uint8_t ui8First, uint8_t ui8Second) { return ui8Second + 4 >= ui8First && ui8Second <= ui8First + 3; });
-}
-
 EtcQuantised quantiseNearest555(const EtcMean& mean)
 {
-    EtcQuantised result;
-    for (size_t c = 0; c < 3; ++c)
-    {
-        result.levels[c] = static_cast<uint8_t>(mean[c] * 31.0f / 255.0f + 0.5f);
-        result.bytes[c] = expand5(result.levels[c]);
-    }
-    return result;
+    return quantiseNearest<FiveBits>(mean);
 }
 
 EtcQuantised quantiseNearest444(const EtcMean& mean)
 {
-    EtcQuantised result;
-    for (size_t c = 0; c < 3; ++c)
-    {
-        result.levels[c] = static_cast<uint8_t>(double{mean[c]} / 17.0 + 0.5 + double{0.0001f});
-        result.bytes[c] = expand4(result.levels[c]);
-    }
-    return result;
+    return quantiseNearest<FourBits>(mean);
 }
 
 EtcQuantised quantiseCombined444(const EtcMean& mean)
 {
-    return quantiseCombined(mean, true, k_aPlainWeights, true);
+    return quantiseCombined<FourBits>(mean, k_afAlike, true);
 }
 
 EtcQuantised quantiseCombined555(const EtcMean& mean)
 {
-    return quantiseCombined(mean, false, k_aPlainWeights, false);
+    return quantiseCombined<FiveBits>(mean, k_afAlike, false);
 }
 
 EtcQuantised quantiseCombined444Perceptual(const EtcMean& mean)
 {
-    return quantiseCombined(mean, true, k_aPerceptualWeights, false);
+    return quantiseCombined<FourBits>(mean, k_afEtcHueWeights, false);
 }
 
 EtcQuantised quantiseCombined555Perceptual(const EtcMean& mean)
 {
-    return quantiseCombined(mean, false, k_aPerceptualWeights, false);
+    return quantiseCombined<FiveBits>(mean, k_afEtcHueWeights, false);
+}
+
+bool isEtcDifferential(const EtcColour& levels0, const EtcColour& levels1)
+{
+    return std::equal(levels0.begin(), levels0.end(), levels1.begin(),
+                      [](uint8_t ui8First, uint8_t ui8Second) { return ui8Second + 4 >= ui8First && ui8Second <= ui8First + 3; });
 }
 
 } // namespace moxtexture

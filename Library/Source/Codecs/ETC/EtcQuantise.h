@@ -26,7 +26,8 @@ struct EtcQuantised
 /// A non-negative number to the nearest whole one, halves up.
 [[nodiscard]] constexpr uint8_t roundEtcLevel(float fValue)
 {
-    return static_cast<uint8_t>(fValue + 0.5f);
+    const float fRaised = fValue + 0.5f;
+    return static_cast<uint8_t>(fRaised);
 }
 
 /// The nearest 5-bit levels of each channel on its own.

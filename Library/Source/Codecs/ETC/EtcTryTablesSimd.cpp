@@ -16,6 +16,8 @@ namespace moxtexture
 {
 namespace HWY_NAMESPACE
 {
+namespace
+{
 
 struct HalfToFit
 {
@@ -74,6 +76,7 @@ EtcHalfFit<uint32_t> fitWeighted(const EtcPixels& pixels, EEtcHalf eHalf, const 
     return HalfToFit(pixels, eHalf, base).paintBest<WeightedMeasure, uint32_t>(0xFF);
 }
 
+} // namespace
 } // namespace HWY_NAMESPACE
 } // namespace moxtexture
 HWY_AFTER_NAMESPACE();

@@ -213,7 +213,8 @@ struct PlainWeights
     static constexpr int32_t k_iBlue = 1;
 };
 
-/// Near 0.299, 0.587 and 0.114: a sum times these lies between 183.9 and 184.22 times the exact one.
+/// Near 0.299, 0.587 and 0.114, and quicker than floats: 55 / 0.299 = 183.95, 108 / 0.587 = 183.99, 21 / 0.114 = 184.21, so a sum
+/// with these is 183.94 to 184.22 times the exact one.
 struct NearWeights
 {
     static constexpr int32_t k_iRed = 55;

@@ -48,7 +48,7 @@ void expectBlock(const EtcPixels& pixels, uint32_t ui32High, uint32_t ui32Low, d
 /// On all kinds of blocks and every instruction set.
 void expectReferenceBlocks(double (*pEncode)(const EtcPixels&, EtcBlockWords&), double (*pReference)(const EtcPixels&, EtcBlockWords&))
 {
-    const std::vector<EtcPixels> blocks = makeEtcTestBlocks(55, 30000);
+    const std::vector<EtcPixels> blocks = makeEtcTestBlocks(55, 20000);
     std::vector<EtcBlockWords> expected(blocks.size());
     std::vector<double> errors(blocks.size());
     for (size_t i = 0; i < blocks.size(); ++i)
