@@ -39,6 +39,14 @@ TEST(EtcExhaustiveDifferential, GivesTheReferenceBlocksByThePerceptualMeasure)
                                      blocks);
 }
 
+TEST(EtcExhaustiveDifferential, ErrorsAboutTheLimitOfSixteenBitsGiveTheReferenceBlocks)
+{
+    const auto getStart = [](const EtcPixels& pixels) { return etcAverageDifferential<EEtcMeasure::ePlain>(pixels).uiError; };
+    for (const EtcPixels& pixels : etctest::makeBlocksAboutSixteenBits(97, 10, getStart))
+        for (const uint32_t uiBound : {UINT32_MAX, uint32_t{50000}})
+            etctest::expectReferenceSearch(searchDifferentialExhaustive, k_pReference, pixels, uiBound);
+}
+
 TEST(EtcExhaustiveDifferential, FindsEveryUprightBlockThatTheModePainted)
 {
     etctest::CSeededRandom random(88);

@@ -26,6 +26,26 @@ inline std::vector<EtcPixels> makeBlocksForSlowSearch(uint32_t uiSeed, size_t ui
     return blocks;
 }
 
+/// Noise that gets stronger, those blocks whose start costs a little less or more than 65535.
+/// @param getStart  pixels -> error
+template <typename GetStart>
+std::vector<EtcPixels> makeBlocksAboutSixteenBits(uint32_t uiSeed, size_t uiCount, GetStart getStart)
+{
+    CSeededRandom random(uiSeed);
+    std::vector<EtcPixels> blocks;
+    for (int32_t iReach = 60; blocks.size() < uiCount; iReach = iReach < 127 ? iReach + 1 : 60)
+    {
+        EtcPixels pixels;
+        for (auto* const pPlane : planesOf(pixels))
+            for (uint8_t& ui8Value : *pPlane)
+                ui8Value = toByte(128 + around(random, iReach));
+        const uint32_t uiStart = getStart(pixels);
+        if (uiStart > 64500 && uiStart < 66500)
+            blocks.push_back(pixels);
+    }
+    return blocks;
+}
+
 inline void expectReferenceSearch(HalfSearch search, HalfSearch reference, const EtcPixels& pixels, uint32_t uiBound)
 {
     EtcBlockWords expected;
@@ -42,7 +62,7 @@ inline void expectReferenceSearch(HalfSearch search, HalfSearch reference, const
 
 /// The same words and errors as the reference's: without a bound, with the fast search's error and less than that, and with what
 /// the search itself finds, where it depends on the bound alone what stands.
-/// @param uiScale  of the fast search's error, a double, to the search's
+/// @param fScale  of the fast search's error to the search's
 inline void expectReferenceSearches(HalfSearch search, HalfSearch reference, double (*fast)(const EtcPixels&, EtcBlockWords&),
                                     double fScale, const std::vector<EtcPixels>& blocks)
 {

@@ -43,6 +43,14 @@ TEST(EtcExhaustiveIndividual, GivesTheErrorOfTheDecodedBlock)
     }
 }
 
+TEST(EtcExhaustiveIndividual, ErrorsAboutTheLimitOfSixteenBitsGiveTheReferenceBlocks)
+{
+    const auto getStart = [](const EtcPixels& pixels) { return etcAverageIndividual<EEtcMeasure::ePlain>(pixels).uiError; };
+    for (const EtcPixels& pixels : etctest::makeBlocksAboutSixteenBits(96, 24, getStart))
+        for (const uint32_t uiBound : {UINT32_MAX, uint32_t{50000}})
+            etctest::expectReferenceSearch(searchIndividualExhaustive, k_pReference, pixels, uiBound);
+}
+
 TEST(EtcExhaustiveIndividual, FindsEveryBlockThatTheModePainted)
 {
     etctest::CSeededRandom random(85);
