@@ -232,6 +232,7 @@ take_manual() {
     stop
 
     encode_page EncodeMOXTC "$samples/Sample.png" "bc etc astc moxtc"
+    encode_page EncodeETC "$samples/Sample.png" "bc moxtc astc etc"
     start false "" "$samples/Sample.png"
     press ctrl+e
     dialog=$(find_window '^Encode Texture$')
@@ -256,7 +257,7 @@ take_rest() {
     picture About
     stop
     encode_page EncodeNone "$samples/Sample.png" ""
-    encode_page EncodeETC "$work/Odd.png" "etc"
+    encode_page EncodeETCWarning "$work/Odd.png" "etc"
     encode_page EncodeMOXTCWarning "$work/Wide.png" "moxtc"
     encode_page EncodeASTC "$samples/Sample.png" "astc"
     encode_page EncodePowerOfTwo "$work/Odd.png" "moxtc"
