@@ -1,7 +1,7 @@
 #include <benchmark/benchmark.h>
 
-#include "../Tests/Library/Codecs/ETC/ReferenceEtcFastBlock.h"
 #include "Codecs/ETC/EtcFastBlock.h"
+#include "Library/Codecs/ETC/ReferenceEtcFastBlock.h"
 #include "Support/SeededPictures.h"
 
 namespace
