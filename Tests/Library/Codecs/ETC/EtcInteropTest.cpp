@@ -88,8 +88,7 @@ Bytes makeBlocks(const Row& row, uint32_t uiWidth, uint32_t uiHeight)
 std::vector<long> decodeHere(const Row& row, uint32_t uiWidth, uint32_t uiHeight, const Bytes& blocks)
 {
     Bytes pixels(size_t{uiWidth} * uiHeight * row.uiChannels * row.uiChannelBytes);
-    EXPECT_EQ(pixels.size(), static_cast<size_t>(etcDecompressImage(blocks.data(), pixels.data(), uiWidth, uiHeight,
-                                                                    static_cast<int32_t>(row.eFormat), row.bSigned)));
+    EXPECT_EQ(pixels.size(), etcDecompressImage(blocks.data(), pixels.data(), uiWidth, uiHeight, row.eFormat, row.bSigned));
     std::vector<long> values;
     for (size_t i = 0; i < pixels.size(); i += row.uiChannelBytes)
     {
@@ -106,7 +105,8 @@ std::vector<long> decodeHere(const Row& row, uint32_t uiWidth, uint32_t uiHeight
 /// Theirs. What a shader sees is the number divided by its maximum; channels that the format does not have are left out.
 std::vector<long> decodeThere(const Row& row, uint32_t uiWidth, uint32_t uiHeight, const Bytes& blocks)
 {
-    static etcinterop::CSoftwareRenderer renderer;
+    // Never ended: what a driver keeps to itself is told as a leak once the driver is unloaded.
+    static etcinterop::CSoftwareRenderer& renderer = *new etcinterop::CSoftwareRenderer;
     EXPECT_EQ("", renderer.getProblem());
     if (!renderer.getProblem().empty())
         return {};
@@ -148,8 +148,7 @@ Bytes encode(const Row& row, uint32_t uiWidth, uint32_t uiHeight, uint32_t uiQua
 {
     const Bytes source = makeSource(row, uiWidth, uiHeight);
     Bytes blocks(countBlocks(uiWidth, uiHeight) * row.uiBlockBytes);
-    EXPECT_EQ(blocks.size(), etcCompressImage(source.data(), blocks.data(), uiWidth, uiHeight, uiQuality,
-                                              static_cast<uint32_t>(row.eFormat), row.bSigned));
+    EXPECT_EQ(blocks.size(), etcCompressImage(source.data(), blocks.data(), uiWidth, uiHeight, uiQuality, row.eFormat, row.bSigned));
     return blocks;
 }
 
