@@ -27,6 +27,9 @@ constexpr bool operator!=(const EtcBlockWords& a, const EtcBlockWords& b)
 /// Red, green, blue: either levels of 4 or 5 bits (6 and 7 in planar mode) or bytes, as the user says.
 using EtcColour = std::array<uint8_t, 3>;
 
+/// Two colours of a block, as bytes or as levels; the user says which.
+using EtcColourPair = std::array<EtcColour, 2>;
+
 /// The diff bit of the high word; in punch-through blocks the opaque bit.
 constexpr uint32_t k_ui32EtcDiffBit = 2;
 constexpr uint32_t k_ui32EtcFlipBit = 1;

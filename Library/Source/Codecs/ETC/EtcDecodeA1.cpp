@@ -1,6 +1,7 @@
 #include "Codecs/ETC/EtcDecodeA1.h"
 
 #include "Codecs/ETC/EtcDecodeBlock.h"
+#include "Codecs/ETC/EtcModePaints.h"
 #include "Codecs/ETC/EtcPlanePatch.h"
 #include "Codecs/ETC/EtcTables.h"
 
@@ -43,7 +44,7 @@ EtcPixels decodeEtcPixelsA1Differential(const EtcBlockWords& words, EtcAlphas& a
             const uint32_t uiPosition = k_aui8EtcPositionOfIndex[getEtcIndex(words.ui32Low, x, y)];
             const bool bPlain = !bOpaque && uiPosition == k_uiPlainPosition;
             const int32_t iModifier = bPlain ? 0 : k_aaiEtcModifiers[halves.auiTables[uiHalf]][uiPosition];
-            setEtcPixel(pixels, x, y, modifyEtcColour(halves.aBases[uiHalf], iModifier));
+            setEtcPixel(pixels, x, y, offsetColour(halves.aBases[uiHalf], iModifier));
         }
     alphas.aui8.fill(255);
     if (!bOpaque)

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "Codecs/ETC/EtcModePaints.h"
 #include "Codecs/ETC/EtcTables.h"
 
 namespace moxtexture
@@ -15,13 +16,6 @@ uint8_t clampToByte(int32_t iValue)
     return static_cast<uint8_t>(std::clamp(iValue, 0, 255));
 }
 
-/// A colour of three 4-bit levels, blue in the lowest bits, as bytes.
-EtcColour expandColour444(uint32_t uiLevels)
-{
-    return {static_cast<uint8_t>(expandEtc4(uiLevels >> 8 & 15)), static_cast<uint8_t>(expandEtc4(uiLevels >> 4 & 15)),
-            static_cast<uint8_t>(expandEtc4(uiLevels & 15))};
-}
-
 EtcColour expandColour555(const EtcColour& levels)
 {
     return {static_cast<uint8_t>(expandEtc5(levels[0])), static_cast<uint8_t>(expandEtc5(levels[1])),
@@ -31,6 +25,23 @@ EtcColour expandColour555(const EtcColour& levels)
 EtcHalfColours makeHalves(uint32_t ui32High, const EtcColour& base0, const EtcColour& base1)
 {
     return {{base0, base1}, {ui32High >> 5 & 7, ui32High >> 2 & 7}, (ui32High & k_ui32EtcFlipBit) != 0};
+}
+
+EtcHalfColours readHalvesIndividual(uint32_t ui32High)
+{
+    const auto upperNibbles = (ui32High >> 20 & 0xF00) | (ui32High >> 16 & 0xF0) | (ui32High >> 12 & 0xF);
+    const auto lowerNibbles = (ui32High >> 16 & 0xF00) | (ui32High >> 12 & 0xF0) | (ui32High >> 8 & 0xF);
+    return makeHalves(ui32High, expandLevels444(colourOfNumber444(upperNibbles)), expandLevels444(colourOfNumber444(lowerNibbles)));
+}
+
+/// Every pixel of a block as the paint that its index says.
+EtcPixels paintPixels(const EtcModePaints& paints, uint32_t ui32Indices)
+{
+    EtcPixels pixels;
+    for (uint32_t y = 0; y < 4; ++y)
+        for (uint32_t x = 0; x < 4; ++x)
+            setEtcPixel(pixels, x, y, paints[getEtcIndex(ui32Indices, x, y)]);
+    return pixels;
 }
 
 /// A channel of planar mode from its bytes at the corner (0, 0), at (4, 0) and at (0, 4).
@@ -57,35 +68,23 @@ EEtcDifferentialMode getEtcDifferentialMode(uint32_t ui32High)
     return sums[2] > 31 ? eEtcPlanar : eEtcDifferential;
 }
 
-EtcHalfColours readEtcHalvesIndividual(uint32_t ui32High)
-{
-    const auto upperNibbles = (ui32High >> 20 & 0xF00) | (ui32High >> 16 & 0xF0) | (ui32High >> 12 & 0xF);
-    const auto lowerNibbles = (ui32High >> 16 & 0xF00) | (ui32High >> 12 & 0xF0) | (ui32High >> 8 & 0xF);
-    return makeHalves(ui32High, expandColour444(upperNibbles), expandColour444(lowerNibbles));
-}
-
 EtcHalfColours readEtcHalvesDifferential(uint32_t ui32High)
 {
     const EtcDifferentialLevels levels = readEtcDifferentialLevels(ui32High);
     return makeHalves(ui32High, expandColour555(levels.bases), expandColour555(levels.sums));
 }
 
-EtcColour modifyEtcColour(const EtcColour& colour, int32_t iModifier)
-{
-    return {clampToByte(colour[0] + iModifier), clampToByte(colour[1] + iModifier), clampToByte(colour[2] + iModifier)};
-}
-
 EtcPixels decodeEtcPixelsETC1(const EtcBlockWords& words)
 {
     const bool bDifferential = (words.ui32High & k_ui32EtcDiffBit) != 0;
-    const EtcHalfColours halves = bDifferential ? readEtcHalvesDifferential(words.ui32High) : readEtcHalvesIndividual(words.ui32High);
+    const EtcHalfColours halves = bDifferential ? readEtcHalvesDifferential(words.ui32High) : readHalvesIndividual(words.ui32High);
     EtcPixels pixels;
     for (uint32_t y = 0; y < 4; ++y)
         for (uint32_t x = 0; x < 4; ++x)
         {
             const uint32_t uiHalf = halves.getHalf(x, y);
             const uint32_t uiPosition = k_aui8EtcPositionOfIndex[getEtcIndex(words.ui32Low, x, y)];
-            setEtcPixel(pixels, x, y, modifyEtcColour(halves.aBases[uiHalf], k_aaiEtcModifiers[halves.auiTables[uiHalf]][uiPosition]));
+            setEtcPixel(pixels, x, y, offsetColour(halves.aBases[uiHalf], k_aaiEtcModifiers[halves.auiTables[uiHalf]][uiPosition]));
         }
     return pixels;
 }
@@ -108,43 +107,18 @@ EtcPixels decodeEtcPixelsETC2(const EtcBlockWords& words)
     return decodeEtcPixelsETC1(words);
 }
 
-EtcPaints getEtcPaintsT(const EtcBlockWords& compact)
-{
-    const EtcColour first = expandColour444(compact.ui32High >> 15);
-    const EtcColour second = expandColour444(compact.ui32High >> 3);
-    const int32_t iDistance = k_aui8EtcDistances[compact.ui32High & 7];
-    return {{first, modifyEtcColour(second, iDistance), second, modifyEtcColour(second, -iDistance)}};
-}
-
-EtcPaints getEtcPaintsH(const EtcBlockWords& compact)
-{
-    const uint32_t uiLevels0 = compact.ui32High >> 14 & 0xFFF;
-    const uint32_t uiLevels1 = compact.ui32High >> 2 & 0xFFF;
-    const EtcColour first = expandColour444(uiLevels0);
-    const EtcColour second = expandColour444(uiLevels1);
-    // The lowest bit of the distance index isn't stored: the order of the colours stands for it.
-    const int32_t iDistance = k_aui8EtcDistances[(compact.ui32High & 3) << 1 | (uiLevels0 >= uiLevels1 ? 1 : 0)];
-    return {{modifyEtcColour(first, iDistance), modifyEtcColour(first, -iDistance), modifyEtcColour(second, iDistance),
-             modifyEtcColour(second, -iDistance)}};
-}
-
-EtcPixels paintEtcPixels(const EtcPaints& paints, uint32_t ui32Indices)
-{
-    EtcPixels pixels;
-    for (uint32_t y = 0; y < 4; ++y)
-        for (uint32_t x = 0; x < 4; ++x)
-            setEtcPixel(pixels, x, y, paints.aColours[getEtcIndex(ui32Indices, x, y)]);
-    return pixels;
-}
-
 EtcPixels decodeEtcPixelsT(const EtcBlockWords& compact)
 {
-    return paintEtcPixels(getEtcPaintsT(compact), compact.ui32Low);
+    const EtcColourPair levels = {colourOfNumber444(compact.ui32High >> 15), colourOfNumber444(compact.ui32High >> 3)};
+    return paintPixels(paintsT(levels, compact.ui32High & 7), compact.ui32Low);
 }
 
 EtcPixels decodeEtcPixelsH(const EtcBlockWords& compact)
 {
-    return paintEtcPixels(getEtcPaintsH(compact), compact.ui32Low);
+    const EtcColourPair levels = {colourOfNumber444(compact.ui32High >> 14), colourOfNumber444(compact.ui32High >> 2)};
+    // The lowest bit of the distance index isn't stored: the order of the colours stands for it.
+    const uint32_t uiLowestBit = colourNumber444(levels[0]) >= colourNumber444(levels[1]) ? 1 : 0;
+    return paintPixels(paintsH(levels, (compact.ui32High & 3) << 1 | uiLowestBit), compact.ui32Low);
 }
 
 EtcPixels decodeEtcPixelsPlanar(const EtcBlockWords& compact)

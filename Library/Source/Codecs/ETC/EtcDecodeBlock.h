@@ -44,20 +44,8 @@ struct EtcHalfColours
     [[nodiscard]] constexpr uint32_t getHalf(uint32_t uiX, uint32_t uiY) const { return (bFlip ? uiY : uiX) / 2; }
 };
 
-[[nodiscard]] EtcHalfColours readEtcHalvesIndividual(uint32_t ui32High);
+/// Those of a block of differential mode.
 [[nodiscard]] EtcHalfColours readEtcHalvesDifferential(uint32_t ui32High);
-
-/// A colour with iModifier added to each channel, clamped to 0 to 255.
-[[nodiscard]] EtcColour modifyEtcColour(const EtcColour& colour, int32_t iModifier);
-
-/// The four colours that the pixels of a T or H block (compact) choose from, as bytes, by index.
-struct EtcPaints
-{
-    EtcColour aColours[4];
-};
-
-[[nodiscard]] EtcPaints getEtcPaintsT(const EtcBlockWords& compact);
-[[nodiscard]] EtcPaints getEtcPaintsH(const EtcBlockWords& compact);
 
 inline void setEtcPixel(EtcPixels& pixels, size_t uiX, size_t uiY, const EtcColour& colour)
 {
@@ -65,9 +53,6 @@ inline void setEtcPixel(EtcPixels& pixels, size_t uiX, size_t uiY, const EtcColo
     pixels.aui8Green[etcPixelIndex(uiX, uiY)] = colour[1];
     pixels.aui8Blue[etcPixelIndex(uiX, uiY)] = colour[2];
 }
-
-/// Every pixel of a block as the paint that its index says.
-[[nodiscard]] EtcPixels paintEtcPixels(const EtcPaints& paints, uint32_t ui32Indices);
 
 /// Decode a block into an image of 3 bytes a pixel, R, G, B, as a patch of 4 by 4 pixels whose first is (uiX, uiY).
 ///

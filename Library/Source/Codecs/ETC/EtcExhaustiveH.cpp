@@ -22,7 +22,7 @@ uint32_t improveH(const EtcPixels& pixels, const std::array<uint32_t, 3>& aui32W
     const uint32_t uiError = findLeastPair(pixels, eEtcPairsH, aui32Weights, uiLeast, pair);
     if (uiError == uiLeast)
         return uiFastError;
-    EtcModeFit best = fit(pixels, {colourOfNumberH(pair.uiFirst), colourOfNumberH(pair.uiSecond)});
+    EtcModeFit best = fit(pixels, {colourOfNumber444(pair.uiFirst), colourOfNumber444(pair.uiSecond)});
     settleHOrder(best);
     compact = packH(best);
     return uiError;

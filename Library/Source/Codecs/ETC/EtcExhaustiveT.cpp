@@ -24,7 +24,7 @@ uint32_t improveT(const EtcPixels& pixels, const std::array<uint32_t, 3>& aui32W
     if (uiError == uiLeast)
         return uiFastError;
     // The colour of one paint is stored first.
-    compact = packT(fit(pixels, {colourOfNumberH(pair.uiSecond), colourOfNumberH(pair.uiFirst)}));
+    compact = packT(fit(pixels, {colourOfNumber444(pair.uiSecond), colourOfNumber444(pair.uiFirst)}));
     return uiError;
 }
 

@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "Codecs/ETC/EtcTables.h"
 #include "Core/Diagnostics.h"
 
 namespace moxtexture
@@ -10,15 +9,6 @@ namespace moxtexture
 
 namespace
 {
-
-EtcModePaints paintsH(const EtcColourPair& levels, uint32_t uiDistance)
-{
-    const int32_t i32Distance = k_aui8EtcDistances[uiDistance];
-    const EtcColour first = expandLevels444(levels[0]);
-    const EtcColour second = expandLevels444(levels[1]);
-    return {offsetColour(first, i32Distance), offsetColour(first, -i32Distance), offsetColour(second, i32Distance),
-            offsetColour(second, -i32Distance)};
-}
 
 EtcModeFit fitDistances(const EtcPixels& pixels, const EtcColourPair& levels, bool bWeighted)
 {
@@ -39,8 +29,8 @@ EtcModeFit fitColours(const EtcPixels& pixels, const EtcColourPair& bytes, bool 
 
 EtcColourPair orderForH(const EtcColourPair& levels)
 {
-    uint32_t uiFirst = colourNumberH(levels[0]);
-    uint32_t uiSecond = colourNumberH(levels[1]);
+    uint32_t uiFirst = colourNumber444(levels[0]);
+    uint32_t uiSecond = colourNumber444(levels[1]);
     if (uiFirst > uiSecond)
         std::swap(uiFirst, uiSecond);
     else if (uiFirst == uiSecond)
@@ -50,7 +40,7 @@ EtcColourPair orderForH(const EtcColourPair& levels)
         else
             ++uiSecond;
     }
-    return {colourOfNumberH(uiFirst), colourOfNumberH(uiSecond)};
+    return {colourOfNumber444(uiFirst), colourOfNumber444(uiSecond)};
 }
 
 EtcModeFit bestFitH(const EtcModeErrors& errors, const EtcColourPair& levels)
@@ -66,7 +56,7 @@ void chooseIndicesH(const EtcPixels& pixels, bool bWeighted, EtcModeFit& fit)
 
 void chooseIndicesHA1(const EtcPixels& pixels, const EtcAlphas& alphas, EtcModeFit& fit)
 {
-    const uint32_t uiAscending = colourNumberH(fit.levels[0]) < colourNumberH(fit.levels[1]) ? 1 : 0;
+    const uint32_t uiAscending = colourNumber444(fit.levels[0]) < colourNumber444(fit.levels[1]) ? 1 : 0;
     const uint32_t uiStoredAs2 = 2 * ((fit.uiDistance & 1) ^ uiAscending);
     fit.ui32Indices = choosePaints(pixels, paintsH(fit.levels, fit.uiDistance), false, uiStoredAs2, pixelsWithAlpha(alphas));
 }
@@ -98,7 +88,7 @@ EtcModeFit hBlockErrorA1(const EtcPixels& pixels, const EtcAlphas& alphas, const
 
 void settleHOrder(EtcModeFit& fit)
 {
-    const bool bAscending = colourNumberH(fit.levels[0]) < colourNumberH(fit.levels[1]);
+    const bool bAscending = colourNumber444(fit.levels[0]) < colourNumber444(fit.levels[1]);
     const bool bOdd = (fit.uiDistance & 1) != 0;
     if (bAscending != bOdd)
         return;
@@ -108,7 +98,7 @@ void settleHOrder(EtcModeFit& fit)
 
 EtcBlockWords packH(const EtcModeFit& fit)
 {
-    return {colourNumberH(fit.levels[0]) << 14 | colourNumberH(fit.levels[1]) << 2 | fit.uiDistance >> 1,
+    return {colourNumber444(fit.levels[0]) << 14 | colourNumber444(fit.levels[1]) << 2 | fit.uiDistance >> 1,
             indexToBlockOrder(fit.ui32Indices)};
 }
 

@@ -11,17 +11,6 @@ namespace moxtexture
 // read as 12-bit numbers, red on top. Equal errors keep the earlier paint and the smaller distance. Nothing here keeps state;
 // any thread may call it.
 
-/// A colour of 4-bit levels as the 12-bit number whose order counts.
-constexpr uint32_t colourNumberH(const EtcColour& levels)
-{
-    return uint32_t{levels[0]} << 8 | uint32_t{levels[1]} << 4 | uint32_t{levels[2]};
-}
-
-constexpr EtcColour colourOfNumberH(uint32_t uiNumber)
-{
-    return {static_cast<uint8_t>(uiNumber >> 8 & 15), static_cast<uint8_t>(uiNumber >> 4 & 15), static_cast<uint8_t>(uiNumber & 15)};
-}
-
 /// Puts two colours of 4-bit levels in the order in which H mode is searched: the first strictly below the second. Of two equal
 /// ones the first goes down by one, or where it is 0 the second goes up by one.
 EtcColourPair orderForH(const EtcColourPair& levels);

@@ -300,7 +300,7 @@ EtcModeErrors measureModes(const EtcPixels& pixels, const EtcColourPair& levels,
 
 EtcModeErrors measureModesA1(const EtcPixels& pixels, const EtcAlphas& alphas, const EtcColourPair& levels)
 {
-    const uint32_t uiAscending = colourNumberH(levels[0]) < colourNumberH(levels[1]) ? 1 : 0;
+    const uint32_t uiAscending = colourNumber444(levels[0]) < colourNumber444(levels[1]) ? 1 : 0;
     return HWY_DYNAMIC_DISPATCH(measurePunchThrough)(pixels, alphas, levels, uiAscending);
 }
 

@@ -342,8 +342,8 @@ private:
     /// The error of a pair at this distance.
     uint32_t exactError(const EtcPair& pair) const
     {
-        const EtcColour first = expandLevels444(colourOfNumberH(pair.uiFirst));
-        const EtcColour second = expandLevels444(colourOfNumberH(pair.uiSecond));
+        const EtcColour first = expandLevels444(colourOfNumber444(pair.uiFirst));
+        const EtcColour second = expandLevels444(colourOfNumber444(pair.uiSecond));
         const EtcModePaints paints = {offsetColour(first, -m_iDistance), offsetColour(first, m_iDistance),
                                       m_bH ? offsetColour(second, -m_iDistance) : first, m_bH ? offsetColour(second, m_iDistance) : second};
         uint32_t uiSum = 0;

@@ -1,19 +1,10 @@
 #include "Codecs/ETC/EtcTModes.h"
 
-#include "Codecs/ETC/EtcTables.h"
-
 namespace moxtexture
 {
 
 namespace
 {
-
-EtcModePaints paintsT(const EtcColourPair& levels, uint32_t uiDistance)
-{
-    const int32_t i32Distance = k_aui8EtcDistances[uiDistance];
-    const EtcColour second = expandLevels444(levels[1]);
-    return {expandLevels444(levels[0]), offsetColour(second, i32Distance), second, offsetColour(second, -i32Distance)};
-}
 
 EtcModeFit fitBothOrders(const EtcPixels& pixels, const EtcColourPair& levels, bool bWeighted)
 {
@@ -82,11 +73,8 @@ EtcModeFit tBlockErrorA1(const EtcPixels& pixels, const EtcAlphas& alphas, const
 
 EtcBlockWords packT(const EtcModeFit& fit)
 {
-    uint32_t ui32High = 0;
-    for (const EtcColour& colour : fit.levels)
-        for (const uint8_t ui8Level : colour)
-            ui32High = ui32High << 4 | ui8Level;
-    return {ui32High << 3 | fit.uiDistance, indexToBlockOrder(fit.ui32Indices)};
+    return {colourNumber444(fit.levels[0]) << 15 | colourNumber444(fit.levels[1]) << 3 | fit.uiDistance,
+            indexToBlockOrder(fit.ui32Indices)};
 }
 
 uint32_t tFast(const EtcPixels& pixels, const EtcColourPair& halfIntensity, EtcBlockWords& compact)

@@ -1,15 +1,10 @@
 #pragma once
 
-#include <array>
-
 #include "Codecs/ETC/EtcBlockBits.h"
 #include "Codecs/ETC/EtcPixels.h"
 
 namespace moxtexture
 {
-
-/// Two colours of a block, as bytes or as levels; the user says which.
-using EtcColourPair = std::array<EtcColour, 2>;
 
 // Each of these splits a block's pixels into two clusters by two-means iteration (Linde, Buzo, Gray) from random first centres
 // and gives the centres as bytes. Every call draws the same random numbers, so equal blocks give equal colours. They differ in

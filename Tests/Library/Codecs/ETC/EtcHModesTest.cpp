@@ -36,7 +36,7 @@ public:
 
 EtcColourPair numbers(uint32_t uiFirst, uint32_t uiSecond)
 {
-    return {colourOfNumberH(uiFirst), colourOfNumberH(uiSecond)};
+    return {colourOfNumber444(uiFirst), colourOfNumber444(uiSecond)};
 }
 
 } // namespace
