@@ -111,7 +111,7 @@ TEST(EtcDecodeA1, TheModesAreToldApartInTheSameOrderWhateverTheOpaqueBit)
     for (const uint32_t ui32Bytes : {0xFBFBFB00u, 0x04FB5000u, 0x50FBFB00u, 0x50045000u, 0x5050FB00u, 0x50505000u})
     {
         const uint32_t ui32High = ui32Bytes | (random.next32() & 0xFD);
-        // Without the indices of transparent pixels (0 and 3 only).
+        // Without index 2, which is transparent, and index 0, which has no modifier in differential blocks.
         const uint32_t ui32Low = packIndices({{{3, 3, 1, 1}, {1, 3, 3, 3}, {3, 1, 3, 3}, {3, 3, 3, 1}}});
         expectEqual(decodeEtcPixelsETC2({ui32High | k_ui32OpaqueBit, ui32Low}), decode(ui32High, ui32Low).pixels);
     }

@@ -197,6 +197,9 @@ TEST(EtcDecompressImage, TheSignedFlagCountsForEACOnly)
     // The stored base 255 is -1: -1 * 8 = -8, and -(8 * 32 + 0) = -256.
     const Bytes block = {255, 0x0D, 0x92, 0x49, 0x24, 0x92, 0x49, 0x24};
     EXPECT_THAT(decodeWords(block, 1, 1, ePF_EAC_R11, true), ElementsAre(65536 - 256));
+    // Beside it the stored base 128, -128, which counts as -127: 1016 * 32 + 1016 / 32 = 32543 below 0.
+    const Bytes least = {128, 0x0D, 0x92, 0x49, 0x24, 0x92, 0x49, 0x24};
+    EXPECT_THAT(decodeWords(join({block, least}), 1, 1, ePF_EAC_RG11, true), ElementsAre(65536 - 256, 65536 - 32543));
     for (const uint32_t uiFormat : {ePF_ETC1, ePF_ETC2_RGB, ePF_ETC2_RGBA, ePF_ETC2_RGB_A1})
     {
         const Bytes blocks = CSeededRandom(uiFormat).bytes(256);

@@ -27,14 +27,57 @@ TEST(EtcTables, TheAlphaModifiersOfMultiplierZeroAreZero)
         EXPECT_THAT(alphaModifierTable[uiRow], Each(0)) << uiRow;
 }
 
-TEST(EtcTables, TheAlphaModifiersGrowAwayFromZeroInBothHalvesOfARow)
+TEST(EtcTables, TheAlphaModifiersOfEveryRowAreThePublishedOnesTimesTheMultiplier)
 {
-    for (size_t uiRow = 16; uiRow < 256; ++uiRow)
-        for (size_t i = 0; i < 3; ++i)
+    // The standard's table of modifiers for alpha and 11-bit blocks, in its own order.
+    constexpr int32_t k_aaiPublished[16][8] = {
+        // clang-format off
+        {-3, -6,  -9, -15, 2, 5, 8, 14},
+        {-3, -7, -10, -13, 2, 6, 9, 12},
+        {-2, -5,  -8, -13, 1, 4, 7, 12},
+        {-2, -4,  -6, -13, 1, 3, 5, 12},
+        {-3, -6,  -8, -12, 2, 5, 7, 11},
+        {-3, -7,  -9, -11, 2, 6, 8, 10},
+        {-4, -7,  -8, -11, 3, 6, 7, 10},
+        {-3, -5,  -8, -11, 2, 4, 7, 10},
+        {-2, -6,  -8, -10, 1, 5, 7,  9},
+        {-2, -5,  -8, -10, 1, 4, 7,  9},
+        {-2, -4,  -8, -10, 1, 3, 7,  9},
+        {-2, -5,  -7, -10, 1, 4, 6,  9},
+        {-3, -4,  -7, -10, 2, 3, 6,  9},
+        {-1, -2,  -3, -10, 0, 1, 2,  9},
+        {-4, -6,  -8,  -9, 3, 5, 7,  8},
+        {-3, -5,  -7,  -9, 2, 4, 6,  8},
+        // clang-format on
+    };
+    for (uint32_t uiRow = 0; uiRow < 256; ++uiRow)
+        for (uint32_t i = 0; i < 8; ++i)
         {
-            EXPECT_GT(alphaModifierTable[uiRow][i], alphaModifierTable[uiRow][i + 1]) << uiRow;
-            EXPECT_LT(alphaModifierTable[uiRow][i + 4], alphaModifierTable[uiRow][i + 5]) << uiRow;
+            EXPECT_EQ(static_cast<int32_t>(uiRow / 16) * k_aaiPublished[uiRow % 16][i], alphaModifierTable[uiRow][i]) << uiRow;
+            EXPECT_EQ(k_aaiPublished[uiRow % 16][i], getEtcAlphaModifier(uiRow % 16, i)) << uiRow;
         }
+}
+
+TEST(EtcTables, TheDistancesOfTAndHModeAreThePublishedOnes)
+{
+    EXPECT_THAT(k_aui8EtcDistances, ElementsAre(3, 6, 11, 16, 23, 32, 41, 64));
+}
+
+TEST(EtcTables, TheModifiersOfEveryTableAreThePublishedOnes)
+{
+    // The standard's small and large modifier of each table.
+    constexpr int32_t k_aaiPublished[8][2] = {{2, 8}, {5, 17}, {9, 29}, {13, 42}, {18, 60}, {24, 80}, {33, 106}, {47, 183}};
+    for (size_t i = 0; i < 8; ++i)
+    {
+        const auto [iSmall, iLarge] = k_aaiPublished[i];
+        EXPECT_THAT(k_aaiEtcModifiers[i], ElementsAre(-iLarge, -iSmall, iSmall, iLarge)) << i;
+    }
+}
+
+TEST(EtcTables, ThePositionsGrowAndTheIndicesTellSizeByTheLsbAndSignByTheMsb)
+{
+    EXPECT_THAT(k_aui8EtcPositionOfIndex, ElementsAre(2, 3, 1, 0));
+    EXPECT_THAT(k_aui8EtcIndexOfPosition, ElementsAre(3, 2, 0, 1));
 }
 
 TEST(EtcTables, PositionsAndIndicesAreTheInverseOfEachOther)
@@ -53,15 +96,4 @@ TEST(EtcTables, TheIndicesReachTheSmallAndTheLargeModifiersOfBothSigns)
     for (uint32_t i = 0; i < 4; ++i)
         aiModifiers[i] = k_aaiEtcModifiers[0][k_aui8EtcPositionOfIndex[i]];
     EXPECT_THAT(aiModifiers, ElementsAre(2, 8, -2, -8));
-}
-
-TEST(EtcTables, EveryModifierTableIsSymmetricAndGrows)
-{
-    for (const auto& table : k_aaiEtcModifiers)
-    {
-        EXPECT_EQ(table[0], -table[3]);
-        EXPECT_EQ(table[1], -table[2]);
-        EXPECT_LT(table[2], table[3]);
-        EXPECT_GT(table[2], 0);
-    }
 }
