@@ -138,10 +138,23 @@ TEST_F(CMainWindowEncodeTest, HasNoChoiceOfADifferenceViewYet)
     EXPECT_TRUE(bHidden);
 }
 
-TEST_F(CMainWindowEncodeTest, TellsThatAFormatHasNoCodecYet)
+TEST_F(CMainWindowEncodeTest, MakesEveryETCAndEACFormatWithItsLevels)
 {
-    openView(png("photo.png", 8, 8));
-    expectCannotEncode(choose("ASTC 4x4", false, "OpenGL ES 3"));
+    // White is exact in each of them; EAC has no blue, and with one channel no green.
+    CTexViewWindowSingle& source = openView(png("photo.png", 8, 8, QColor(255, 255, 255)));
+    for (const char* pcFormat : {"ETC1", "ETC2 RGB", "ETC2 RGBA", "ETC2 RGB A1", "EAC R11", "EAC RG11"})
+    {
+        area().setActiveSubWindow(subWindowOf(source));
+        CTexViewWindowSingle& encoded = encode(pcFormat, true, "OpenGL ES 3");
+        EXPECT_EQ(pcFormat, getFormatName(encoded.getStoredTexture().getPixelFormat()));
+        EXPECT_EQ(4u, encoded.getStoredTexture().getNumMIPLevels());
+        const MOXPixelWord format = encoded.getStoredTexture().getPixelFormat();
+        const uint8_t* pPixel = encoded.getWorkingTexture().getDataPtr();
+        EXPECT_EQ(255, pPixel[0]) << pcFormat;
+        EXPECT_EQ(format == ePF_EAC_R11 ? 0 : 255, pPixel[1]) << pcFormat;
+        EXPECT_EQ(format == ePF_EAC_R11 || format == ePF_EAC_RG11 ? 0 : 255, pPixel[2]) << pcFormat;
+        EXPECT_EQ(255, pPixel[3]) << pcFormat;
+    }
 }
 
 TEST_F(CMainWindowEncodeTest, MakesEveryMOXTCFormatAtBothFastQualitiesWithItsLevels)
