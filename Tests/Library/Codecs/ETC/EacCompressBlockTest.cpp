@@ -196,13 +196,32 @@ TEST(EacCompressBlock, OnTheCircle65535IsOneStepFrom0ForUnsignedDataToo)
 
 TEST(EacCompressBlock, ADifferenceOf32768CountsAsMinus32768)
 {
-    // Half the circle either way, so the two blocks are the same turned by half: the reference's measure, and the bytes.
+    // Half the circle either way has the same square.
     EXPECT_EQ(1073741824.0, etcreference::squareOnCircle(0, 32768));
     EXPECT_EQ(1073741824.0, etcreference::squareOnCircle(32768, 0));
+}
+
+TEST(EacCompressBlock, ZeroAnd32768TogetherTakeTheFirstTripleThatIsNearest)
+{
+    // With multipliers of 1 or more values are 4 and a multiple of 8: next to 32768 stand 1020 * 32 + 15 = 32655 and 1028 * 32 + 16 =
+    // 32912. The first is 127 places of 8 up: not from base 0, as no table has 127 times 1; from base 1 by 126 = 9 * 14, index 7
+    // of table 0. 1 - 9 * 3 lies below, so all of the others are 0 by index 0.
     EacPixels pixels = makeFlat(0);
     pixels[0] = 32768;
-    pixels[15] = 32768;
-    forEachInstructionSet([&] { EXPECT_EQ(encode(etcreference::eacCompressBlock, pixels, false), encode(pixels, false)); });
+    forEachInstructionSet([&] { EXPECT_EQ((EacBlock{1, 0x90, 0xE0, 0, 0, 0, 0, 0}), encode(pixels, false)); });
+    // Half of each comes to the same: eight times 113 * 113, and nothing nearer that has the zeros too.
+    for (size_t i = 0; i < 16; ++i)
+        pixels[i] = i % 4 < 2 ? 32768 : 0;
+    forEachInstructionSet([&] { EXPECT_EQ((EacBlock{1, 0x90, 0xFF, 0xFF, 0xFF, 0, 0, 0}), encode(pixels, false)); });
+}
+
+TEST(EacCompressBlock, OfEqualTriplesTheLeastBaseThenTheLeastTableThenTheLeastMultiplierIsChosen)
+{
+    // 28 * 32 = 896: 4 + 24, so 3 steps up from base 0. Table 0 has the steps 2 5 8 14, table 1 has 2 6 9 12, table 2 has 1 4 7 12:
+    // multiplier 3, index 4. Table 3 (1 3 5 12) has it with multiplier 1, and base 1 has it by table 0 with multiplier 1.
+    forEachInstructionSet([] { EXPECT_EQ((EacBlock{0, 0x32, 0x92, 0x49, 0x24, 0x92, 0x49, 0x24}), encode(makeFlat(896), false)); });
+    // 132 * 32 + 2 = 4226 is 16 steps up from base 0: 2 * 8 and 8 * 2 by table 0, of which multiplier 2 (index 6) comes first.
+    forEachInstructionSet([] { EXPECT_EQ((EacBlock{0, 0x20, 0xDB, 0x6D, 0xB6, 0xDB, 0x6D, 0xB6}), encode(makeFlat(4226), false)); });
 }
 
 TEST(EacCompressBlock, TheChosenTripleHasTheErrorThatTheReferenceFinds)

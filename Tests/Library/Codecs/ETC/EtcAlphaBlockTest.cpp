@@ -134,6 +134,95 @@ TEST(EtcAlphaBlock, OneRowAndBothEndsMeetACutOut)
     EXPECT_EQ(alphas.aui8, decodeEtcAlphas(block.data()).aui8);
 }
 
+TEST(EtcAlphaBlock, AMeanOfOneHalfIsRoundedUp)
+{
+    // Eight of 100 and eight of 101 have the mean 100.5, and 100.5 + 0.5 is 101. The greatest distance is 1, so only rows of zeros
+    // are tried: bases 37, 53 ... 101, then 93, 97, 101 ..., then 99, 100, 101. 100 has the same sum 8 as 101, but later.
+    EtcAlphas alphas;
+    for (size_t i = 0; i < 16; ++i)
+        alphas.aui8[i] = i % 2 == 0 ? 100 : 101;
+    EXPECT_EQ((AlphaBlock{101, 0, 0, 0, 0, 0, 0, 0}), encode(alphaBlockFast, alphas));
+}
+
+TEST(EtcAlphaBlock, AGreatestDistanceOf3KeepsTheFastSearchInTheRowsOfZeros)
+{
+    // The mean is 99.5 + 0.5 = 100, the greatest distance 3, and 3 * 255 / 160 - 4 = 0: rows 0 to 14. Base 100 has the sum
+    // 8 * 9 + 8 * 4 = 104 as 99 has it, but earlier.
+    EtcAlphas alphas;
+    for (size_t i = 0; i < 16; ++i)
+        alphas.aui8[i] = i % 2 == 0 ? 97 : 102;
+    EXPECT_EQ((AlphaBlock{100, 0, 0, 0, 0, 0, 0, 0}), encode(alphaBlockFast, alphas));
+    // The thorough search comes to row 16, -3 -6 -9 -15 2 5 8 14. By 32: base 96 has the sum 16, all pixels one off. By 4: 100 meets
+    // both. Columns of 97 (index 0) and of 102 (index 4) in turn.
+    EXPECT_EQ((AlphaBlock{100, 16, 0x00, 0x09, 0x24, 0x00, 0x09, 0x24}), encode(alphaBlockThorough, alphas));
+}
+
+TEST(EtcAlphaBlock, AGreatestDistanceOf4BringsTheFastSearchToRow16)
+{
+    // Thirteen of 97 and three of 102: the mean is 97.9 + 0.5, the greatest distance 4, and 4 * 255 / 160 - 4 = 2: rows 0 to 16.
+    // Rows of zeros leave 13 * 1 + 3 * 16 = 61 at base 98. Row 16 by 16: base 98 has 13 * 4 + 3 * 1 = 55. By 4 from 90 to 106: 90
+    // has 25, 94 has 13, 98 and 102 are left, 106 has 3: 97 is met by -9 (index 2), 102 is one off by -3 (index 0). By 1: 104, 105,
+    // 107 and 108 are left, so base 100, which has none, is never come to.
+    EtcAlphas alphas = makeFlat(97);
+    for (size_t x = 1; x < 4; ++x)
+        alphas.aui8[etcPixelIndex(x, 3)] = 102;
+    EXPECT_EQ((AlphaBlock{106, 16, 0x49, 0x24, 0x90, 0x49, 0x04, 0x90}), encode(alphaBlockFast, alphas));
+}
+
+// The rows at the ends of the fast search's window, by blocks that a row meets exactly.
+
+TEST(EtcAlphaBlock, TheFastSearchBeginsFifteenRowsBeforeTheApproximateOne)
+{
+    // The sum is 2672, the mean 167, the greatest distance 32, and 32 * 255 / 160 - 4 = 47, so row 32 is the first. It is -6 -12 -18
+    // -30 4 10 16 28: base 165 has 135, 147 and 193.
+    const EtcAlphas alphas = {{135, 147, 193, 193, 193, 193, 193, 147, 135, 193, 147, 193, 193, 135, 147, 135}};
+    const AlphaBlock block = encode(alphaBlockFast, alphas);
+    EXPECT_EQ(165, block[0]);
+    EXPECT_EQ(32, block[1]);
+    EXPECT_EQ(alphas.aui8, decodeEtcAlphas(block.data()).aui8);
+}
+
+TEST(EtcAlphaBlock, TheFastSearchLeavesOutARowBeforeThatThoughItFits)
+{
+    // The sum is 1120, the mean 70, the greatest distance 65, and 65 * 255 / 160 - 4 = 99, so row 84 is the first. Row 83, -10 -20 -30
+    // -65 5 15 25 60, would meet 5, 85 and 95 at base 70.
+    const EtcAlphas alphas = {{95, 5, 85, 5, 95, 95, 85, 85, 5, 95, 85, 95, 95, 95, 5, 95}};
+    const AlphaBlock block = encode(alphaBlockFast, alphas);
+    EXPECT_GE(block[1], 84);
+    EXPECT_NE(alphas.aui8, decodeEtcAlphas(block.data()).aui8);
+}
+
+TEST(EtcAlphaBlock, TheFastSearchEndsFourteenRowsBehindTheApproximateOne)
+{
+    // The sum is 3072, the mean 192, the greatest distance 34, and 34 * 255 / 160 - 4 = 50, so row 64 is the last. It is -12 -24 -36
+    // -60 8 20 32 56: base 194 has 158 and 226.
+    const EtcAlphas alphas = {{158, 226, 158, 226, 226, 158, 226, 158, 158, 226, 158, 158, 226, 226, 158, 226}};
+    const AlphaBlock block = encode(alphaBlockFast, alphas);
+    EXPECT_EQ(194, block[0]);
+    EXPECT_EQ(64, block[1]);
+    EXPECT_EQ(alphas.aui8, decodeEtcAlphas(block.data()).aui8);
+}
+
+TEST(EtcAlphaBlock, TheFastSearchLeavesOutARowBehindThatThoughItFits)
+{
+    // The sum is 1444, the mean 90, the greatest distance 16, and 16 * 255 / 160 - 4 = 21, so row 35 is the last. Row 36, -6 -12 -16
+    // -24 4 10 14 22, would meet 74, 94 and 104 at base 90.
+    const EtcAlphas alphas = {{74, 94, 104, 104, 94, 94, 74, 74, 74, 104, 74, 94, 94, 94, 94, 104}};
+    const AlphaBlock block = encode(alphaBlockFast, alphas);
+    EXPECT_LE(block[1], 35);
+    EXPECT_NE(alphas.aui8, decodeEtcAlphas(block.data()).aui8);
+}
+
+TEST(EtcAlphaBlock, TheThoroughSearchTriesTheLastRow)
+{
+    // Row 255 is -45 -75 -105 -135 30 60 90 120: base 135 has 90 60 30 0 165 195 225 255, as no other row has.
+    const EtcAlphas alphas = {{225, 30, 225, 90, 165, 30, 60, 30, 255, 255, 30, 60, 0, 60, 195, 225}};
+    const AlphaBlock block = encode(alphaBlockThorough, alphas);
+    EXPECT_EQ(135, block[0]);
+    EXPECT_EQ(255, block[1]);
+    EXPECT_EQ(alphas.aui8, decodeEtcAlphas(block.data()).aui8);
+}
+
 TEST(EtcAlphaBlock, ASumThatWasLeftSteersTheFinerBases)
 {
     // Some blocks come out otherwise when every sum goes to its end: the reference without leaving tells which.
@@ -146,6 +235,14 @@ TEST(EtcAlphaBlock, ASumThatWasLeftSteersTheFinerBases)
         uiOtherwise += whole != encode(alphaBlockFast, alphas) ? 1u : 0u;
     }
     EXPECT_GT(uiOtherwise, 0u);
+}
+
+TEST(EtcAlphaBlock, ASumIsLeftWhereItExceedsTheBestAndNotWhereItEqualsIt)
+{
+    // Bytes of an independent encoder. With sums that go to their ends it gives base 53, row 35; with sums that are left at the best
+    // sum already, base 66, row 33.
+    const EtcAlphas alphas = {{77, 40, 40, 41, 40, 77, 40, 41, 40, 41, 60, 77, 41, 40, 60, 41}};
+    forEachInstructionSet([&] { EXPECT_EQ((AlphaBlock{67, 35, 0xCD, 0xB7, 0x9B, 0x6C, 0x96, 0xF3}), encode(alphaBlockFast, alphas)); });
 }
 
 TEST(EtcAlphaBlock, FastGivesTheReferenceBytesOnAlphasOfAllKinds)
