@@ -65,6 +65,7 @@ uint32_t countBytes(uint32_t uiWidth, uint32_t uiHeight, uint32_t uiFormat)
 {
     const EtcFormatRow* const pForm = findEtcFormat(uiFormat);
     const uint64_t uiBlockBytes = pForm != nullptr ? pForm->uiBlockBytes : 16;
+    // The only product that doesn't fit 64 bits is 2^64, which is 0 then: the answer for all that are too large.
     const uint64_t uiPaddedPixels = roundUpToMultiple(uiWidth, 4) * roundUpToMultiple(uiHeight, 4);
     const uint64_t uiBytes = uiPaddedPixels / 16 * uiBlockBytes;
     return static_cast<uint32_t>(uiBytes) == uiBytes ? static_cast<uint32_t>(uiBytes) : 0;
