@@ -60,12 +60,13 @@ Bytes makeEnds()
 bool writeCorpus(const std::string& strFolder)
 {
     fuzzsupport::CCorpusFolder corpus(strFolder, ".blocks");
-    for (const uint8_t ui8Format : {ePF_ETC1, ePF_ETC2_RGB, ePF_ETC2_RGBA, ePF_ETC2_RGB_A1, ePF_EAC_R11, ePF_EAC_RG11})
+    for (const EMOXTPixelFormat eFormat : {ePF_ETC1, ePF_ETC2_RGB, ePF_ETC2_RGBA, ePF_ETC2_RGB_A1, ePF_EAC_R11, ePF_EAC_RG11})
     {
+        const auto ui8Format = static_cast<uint8_t>(eFormat);
         const bool bWords = ui8Format == ePF_EAC_R11 || ui8Format == ePF_EAC_RG11;
         for (const bool bSigned : {false, true})
         {
-            const std::string strFormat = toFileName(getFormatName(static_cast<EMOXTPixelFormat>(ui8Format))) + (bSigned ? "-signed" : "");
+            const std::string strFormat = toFileName(getFormatName(eFormat)) + (bSigned ? "-signed" : "");
             for (const Size size : {Size{32, 32}, Size{1, 1}, Size{5, 3}, Size{31, 6}})
                 corpus.write("noise-" + strFormat + "-" + std::to_string(size.ui8Width) + "x" + std::to_string(size.ui8Height),
                              makeFile(ui8Format, bSigned, size, testsupport::CSeededRandom(ui8Format).bytes(512)));
