@@ -137,6 +137,39 @@ TEST_P(EacCompressBlockOfKind, GivesTheReferenceBytes)
         });
 }
 
+class EacCompressBlockOfBothSigns : public testing::TestWithParam<bool>
+{
+};
+
+TEST_P(EacCompressBlockOfBothSigns, GivesTheReferenceBytesWhereOnePixelHasTheWholeError)
+{
+    // What one triple decodes to, but for one pixel that is moved half-way to the next value: the search may pass over no base that
+    // reaches it just so.
+    const bool bSigned = GetParam();
+    CSeededRandom random(17);
+    std::vector<EacPixels> blocks;
+    std::vector<EacBlock> expected;
+    for (size_t i = 0; i < 250; ++i)
+    {
+        EacBlock block;
+        for (uint8_t& ui8Byte : block)
+            ui8Byte = static_cast<uint8_t>(random.below(256));
+        EacPixels pixels = decodeEacValues(block.data(), bSigned);
+        uint16_t& ui16Moved = pixels[random.below(16)];
+        ui16Moved = static_cast<uint16_t>(ui16Moved + around(random, 128));
+        blocks.push_back(pixels);
+        expected.push_back(encode(etcreference::eacCompressBlock, pixels, bSigned));
+    }
+    forEachInstructionSet(
+        [&]
+        {
+            for (size_t i = 0; i < blocks.size(); ++i)
+                ASSERT_EQ(expected[i], encode(blocks[i], bSigned)) << testing::PrintToString(blocks[i]);
+        });
+}
+
+INSTANTIATE_TEST_SUITE_P(Signs, EacCompressBlockOfBothSigns, testing::Bool());
+
 INSTANTIATE_TEST_SUITE_P(Kinds, EacCompressBlockOfKind,
                          testing::Combine(testing::Range(eRandom, eBlockKindCount, static_cast<EBlockKind>(1)), testing::Bool()));
 
@@ -213,6 +246,15 @@ TEST(EacCompressBlock, ZeroAnd32768TogetherTakeTheFirstTripleThatIsNearest)
     for (size_t i = 0; i < 16; ++i)
         pixels[i] = i % 4 < 2 ? 32768 : 0;
     forEachInstructionSet([&] { EXPECT_EQ((EacBlock{1, 0x90, 0xFF, 0xFF, 0xFF, 0, 0, 0}), encode(pixels, false)); });
+}
+
+TEST(EacCompressBlock, ABaseThatReachesThePixelsByAHairIsFound)
+{
+    // 40971 lies 120 above 159 steps (1276 * 32 + 19 = 40851) and 137 below 160. 159, 158 and 157 are no multiplier times a modifier
+    // (3 * 53, 2 * 79, a prime), so base 3 is the first: 156 = 13 * 12, index 7 of table 1. 3 - 13 * 3 lies below: 0 by index 0.
+    EacPixels pixels = makeFlat(0);
+    pixels[0] = 40971;
+    forEachInstructionSet([&] { EXPECT_EQ((EacBlock{3, 0xD1, 0xE0, 0, 0, 0, 0, 0}), encode(pixels, false)); });
 }
 
 TEST(EacCompressBlock, OfEqualTriplesTheLeastBaseThenTheLeastTableThenTheLeastMultiplierIsChosen)

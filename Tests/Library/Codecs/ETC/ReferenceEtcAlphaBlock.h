@@ -7,7 +7,7 @@
 #include "Codecs/ETC/EtcPixels.h"
 #include "Codecs/ETC/EtcTables.h"
 
-/// The searches of alpha blocks, step by step as they were first told: slow and plain. What the library ships equals them.
+/// The searches of alpha blocks step by step, slow and plain: what the library ships equals them byte for byte.
 namespace etcreference
 {
 
