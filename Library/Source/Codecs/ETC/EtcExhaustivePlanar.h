@@ -11,8 +11,8 @@ namespace moxtexture
 /// Finds the planar block of least squared error, over all codewords of each channel. Of several such the one with the least
 /// level at the origin wins, then the one with the least horizontal, then the one with the least vertical level.
 ///
-/// A channel is searched below a limit that is the lesser of the two that are given: its least error may be equal to the limit,
-/// but not above.
+/// A channel is searched within a limit, the lesser of the two that are given: its least error may be equal to the limit, but not
+/// above.
 ///
 /// @param uiBound  error of the whole block
 /// @param uiErrorRed, uiErrorGreen, uiErrorBlue  sums of squared differences that a channel is known to reach, as planarFit's

@@ -5,8 +5,8 @@
 namespace moxtexture
 {
 
-// T and H mode for the same two colours, measured in one go: what tFast and hFast (tBlockErrorA1 and hFastA1) find, at half the
-// cost of both, and with the indices left out until a block is wanted. No state; any thread may call it.
+// T and H mode for the same two colours, measured in one go: what tFast and hFast find, at half the cost of both, and with the
+// indices left out until a block is wanted. No state; any thread may call it.
 
 /// @see fitFastModes
 struct EtcFastModes
@@ -19,7 +19,8 @@ struct EtcFastModes
 /// @param bWeighted      errors weighted by 299, 587 and 114
 [[nodiscard]] EtcFastModes fitFastModes(const EtcPixels& pixels, const EtcColourPair& halfIntensity, bool bWeighted);
 
-/// The same for punch-through. Tells of alphas other than 0 and 255, as hBlockErrorA1 does.
+/// The same for punch-through, where pixels of alpha 0 are transparent to T mode, and all others to H mode. Tells by writeDiagnostic
+/// of each alpha other than 0 and 255.
 [[nodiscard]] EtcFastModes fitFastModesA1(const EtcPixels& pixels, const EtcAlphas& alphas, const EtcColourPair& halfIntensity);
 
 /// Chooses the indices of a fit of fitFastModes and packs it.

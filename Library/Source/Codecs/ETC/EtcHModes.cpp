@@ -78,14 +78,6 @@ EtcModeFit hBlockErrorWeighted(const EtcPixels& pixels, const EtcColourPair& lev
     return fitDistances(pixels, levels, true);
 }
 
-EtcModeFit hBlockErrorA1(const EtcPixels& pixels, const EtcAlphas& alphas, const EtcColourPair& levels)
-{
-    tellInvalidAlphas(alphas);
-    EtcModeFit fit = bestFitH(measureModesA1(pixels, alphas, levels), levels);
-    chooseIndicesHA1(pixels, alphas, fit);
-    return fit;
-}
-
 void settleHOrder(EtcModeFit& fit)
 {
     const bool bAscending = colourNumber444(fit.levels[0]) < colourNumber444(fit.levels[1]);

@@ -20,17 +20,14 @@ EtcColourPair orderForH(const EtcColourPair& levels);
 EtcModeFit hBlockError(const EtcPixels& pixels, const EtcColourPair& levels);
 EtcModeFit hBlockErrorWeighted(const EtcPixels& pixels, const EtcColourPair& levels);
 
-/// As hBlockError for punch-through. On purpose the reverse of what T mode does: a pixel with alpha takes the paint that will be
-/// stored as index 2 and has no error, a pixel with alpha 0 chooses among the other three.
-/// An alpha other than 0 and 255 is told by writeDiagnostic, once for each such pixel. The encoder gets the same through
-/// fitFastModesA1.
-EtcModeFit hBlockErrorA1(const EtcPixels& pixels, const EtcAlphas& alphas, const EtcColourPair& levels);
-
-/// The parts of the above: the best of what measureModes (or measureModesA1) gives for these levels, without indices; the indices of
-/// such a fit; and the remarks.
+/// The parts of hBlockError: the best of what measureModes gives for these levels, without indices; and the indices of such a fit.
+/// With measureModesA1 and chooseIndicesHA1 they serve punch-through. On purpose that is the reverse of what T mode does: a pixel with
+/// alpha takes the paint that will be stored as index 2 and has no error, a pixel with alpha 0 chooses among the other three.
 EtcModeFit bestFitH(const EtcModeErrors& errors, const EtcColourPair& levels);
 void chooseIndicesH(const EtcPixels& pixels, bool bWeighted, EtcModeFit& fit);
 void chooseIndicesHA1(const EtcPixels& pixels, const EtcAlphas& alphas, EtcModeFit& fit);
+
+/// Tells by writeDiagnostic of each pixel whose alpha is neither 0 nor 255.
 void tellInvalidAlphas(const EtcAlphas& alphas);
 
 /// Makes the order of the colours say the low bit of the distance: where it does not, the colours change places and so do paints

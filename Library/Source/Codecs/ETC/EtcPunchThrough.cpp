@@ -10,7 +10,6 @@
 #include "Codecs/ETC/EtcErrors.h"
 #include "Codecs/ETC/EtcFastETC2.h"
 #include "Codecs/ETC/EtcFastModes.h"
-#include "Codecs/ETC/EtcPunchThroughSearch.h"
 #include "Codecs/ETC/EtcQuantise.h"
 #include "Core/Diagnostics.h"
 
@@ -49,47 +48,6 @@ std::array<std::array<EtcMean, 2>, 2> weighHalves(const EtcPixels& pixels, const
     return aaMeans;
 }
 
-/// What both modes of differential blocks start from.
-struct DifferentialStart
-{
-    uint32_t ui32Transparent = 0; ///< a bit x * 4 + y for each transparent pixel
-    std::array<std::array<EtcColour, 2>, 2> aaLevels;
-    EtcSplitBases bases;
-
-    DifferentialStart(const EtcPixels& pixels, const EtcAlphas& alphas)
-    {
-        for (uint32_t y = 0; y < 4; ++y)
-            for (uint32_t x = 0; x < 4; ++x)
-                ui32Transparent |= (alphas.aui8[etcPixelIndex(x, y)] < k_ui8LeastOpaque ? 1u : 0u) << etcIndexBit(x, y);
-
-        const std::array<std::array<EtcMean, 2>, 2> aaMeans = weighHalves(pixels, alphas);
-        for (size_t uiSplit = 0; uiSplit < 2; ++uiSplit)
-        {
-            const EtcQuantised first = quantiseCombined555(aaMeans[uiSplit][0]);
-            EtcQuantised second = quantiseCombined555(aaMeans[uiSplit][1]);
-            for (size_t c = 0; c < 3; ++c)
-            {
-                const int32_t iDelta = std::clamp(int32_t{second.levels[c]} - int32_t{first.levels[c]}, -4, 3);
-                second.levels[c] = static_cast<uint8_t>(first.levels[c] + iDelta);
-                second.bytes[c] = static_cast<uint8_t>(expandEtc5(second.levels[c]));
-            }
-            aaLevels[uiSplit] = {first.levels, second.levels};
-            bases[uiSplit] = {first.bytes, second.bytes};
-        }
-    }
-
-    EtcDifferentialA1 search(const EtcPixels& pixels, bool bTransparentMode) const
-    {
-        const EtcSplitA1 split = findSplitA1(pixels, ui32Transparent, bases, bTransparentMode);
-        const std::array<EtcColour, 2>& aLevels = aaLevels[split.bFlip ? 1 : 0];
-        EtcBlockWords block =
-            packDifferential(aLevels[0], aLevels[1], split.bFlip, split.auiTables[0], split.auiTables[1], split.ui32Indices);
-        if (bTransparentMode)
-            block.ui32High &= ~k_ui32EtcDiffBit;
-        return {block, split.uiError};
-    }
-};
-
 /// The error of pixels that all become transparent, which are decoded as black.
 double measureBlack(const EtcPixels& pixels, const EtcAlphas& alphas)
 {
@@ -99,9 +57,36 @@ double measureBlack(const EtcPixels& pixels, const EtcAlphas& alphas)
 
 } // namespace
 
-EtcDifferentialA1 differentialBlockA1(const EtcPixels& pixels, const EtcAlphas& alphas, bool bTransparentMode)
+EtcDifferentialStartA1::EtcDifferentialStartA1(const EtcPixels& pixels, const EtcAlphas& alphas)
 {
-    return DifferentialStart(pixels, alphas).search(pixels, bTransparentMode);
+    for (uint32_t y = 0; y < 4; ++y)
+        for (uint32_t x = 0; x < 4; ++x)
+            ui32Transparent |= (alphas.aui8[etcPixelIndex(x, y)] < k_ui8LeastOpaque ? 1u : 0u) << etcIndexBit(x, y);
+
+    const std::array<std::array<EtcMean, 2>, 2> aaMeans = weighHalves(pixels, alphas);
+    for (size_t uiSplit = 0; uiSplit < 2; ++uiSplit)
+    {
+        const EtcQuantised first = quantiseCombined555(aaMeans[uiSplit][0]);
+        EtcQuantised second = quantiseCombined555(aaMeans[uiSplit][1]);
+        for (size_t c = 0; c < 3; ++c)
+        {
+            const int32_t iDelta = std::clamp(int32_t{second.levels[c]} - int32_t{first.levels[c]}, -4, 3);
+            second.levels[c] = static_cast<uint8_t>(first.levels[c] + iDelta);
+            second.bytes[c] = static_cast<uint8_t>(expandEtc5(second.levels[c]));
+        }
+        aaLevels[uiSplit] = {first.levels, second.levels};
+        bases[uiSplit] = {first.bytes, second.bytes};
+    }
+}
+
+EtcDifferentialA1 differentialBlockA1(const EtcPixels& pixels, const EtcDifferentialStartA1& start, bool bTransparentMode)
+{
+    const EtcSplitA1 split = findSplitA1(pixels, start.ui32Transparent, start.bases, bTransparentMode);
+    const EtcColourPair& levels = start.aaLevels[split.bFlip ? 1 : 0];
+    EtcBlockWords block = packDifferential(levels[0], levels[1], split.bFlip, split.auiTables[0], split.auiTables[1], split.ui32Indices);
+    if (bTransparentMode)
+        block.ui32High &= ~k_ui32EtcDiffBit;
+    return {block, split.uiError};
 }
 
 void etcFastBlockETC2A1(const EtcPixels& pixels, const EtcAlphas& alphas, EtcBlockWords& block)
@@ -112,8 +97,8 @@ void etcFastBlockETC2A1(const EtcPixels& pixels, const EtcAlphas& alphas, EtcBlo
         std::all_of(alphas.aui8.begin(), alphas.aui8.end(), [](uint8_t ui8Alpha) { return ui8Alpha == 0 || ui8Alpha > k_ui8LeastOpaque; });
     EtcAlphas decodedAlphas;
 
-    const DifferentialStart start(pixels, alphas);
-    const EtcDifferentialA1 transparent = start.search(pixels, true);
+    const EtcDifferentialStartA1 start(pixels, alphas);
+    const EtcDifferentialA1 transparent = differentialBlockA1(pixels, start, true);
     block = transparent.block;
     double fError = transparent.uiError;
     if (!bSearchesMeasure)
@@ -150,7 +135,7 @@ void etcFastBlockETC2A1(const EtcPixels& pixels, const EtcAlphas& alphas, EtcBlo
     if (start.ui32Transparent != 0)
         return;
 
-    const EtcDifferentialA1 opaque = start.search(pixels, false);
+    const EtcDifferentialA1 opaque = differentialBlockA1(pixels, start, false);
     if (opaque.uiError < fError)
     {
         fError = opaque.uiError;

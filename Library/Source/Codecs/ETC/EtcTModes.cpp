@@ -64,13 +64,6 @@ EtcModeFit tBlockErrorFixedOrderWeighted(const EtcPixels& pixels, const EtcColou
     return fitGivenOrder(pixels, levels, true);
 }
 
-EtcModeFit tBlockErrorA1(const EtcPixels& pixels, const EtcAlphas& alphas, const EtcColourPair& levels)
-{
-    EtcModeFit best = bestFitT(measureModesA1(pixels, alphas, levels), levels);
-    chooseIndicesTA1(pixels, alphas, best);
-    return best;
-}
-
 EtcBlockWords packT(const EtcModeFit& fit)
 {
     return {colourNumber444(fit.levels[0]) << 15 | colourNumber444(fit.levels[1]) << 3 | fit.uiDistance,

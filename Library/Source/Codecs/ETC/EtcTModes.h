@@ -21,12 +21,9 @@ EtcModeFit tBlockErrorWeighted(const EtcPixels& pixels, const EtcColourPair& lev
 EtcModeFit tBlockErrorFixedOrder(const EtcPixels& pixels, const EtcColourPair& levels);
 EtcModeFit tBlockErrorFixedOrderWeighted(const EtcPixels& pixels, const EtcColourPair& levels);
 
-/// As tBlockError for punch-through: a pixel whose alpha is 0 takes index 2 (transparent) and has no error, every other pixel
-/// chooses among paints 0, 1 and 3. The encoder gets the same through fitFastModesA1.
-EtcModeFit tBlockErrorA1(const EtcPixels& pixels, const EtcAlphas& alphas, const EtcColourPair& levels);
-
-/// The parts of the above: the best of what measureModes (or measureModesA1) gives for these levels, without indices; and the indices
-/// of such a fit.
+/// The parts of tBlockError: the best of what measureModes gives for these levels, without indices; and the indices of such a fit.
+/// With measureModesA1 and chooseIndicesTA1 they serve punch-through: a pixel whose alpha is 0 takes index 2 (transparent) and has no
+/// error, every other pixel chooses among paints 0, 1 and 3.
 EtcModeFit bestFitT(const EtcModeErrors& errors, const EtcColourPair& levels);
 void chooseIndicesT(const EtcPixels& pixels, bool bWeighted, EtcModeFit& fit);
 void chooseIndicesTA1(const EtcPixels& pixels, const EtcAlphas& alphas, EtcModeFit& fit);

@@ -131,6 +131,38 @@ TEST(EtcExhaustivePlanar, AnErrorEqualToTheLimitIsFoundAndOneAboveIsNot)
     }
 }
 
+TEST(EtcExhaustivePlanar, OfTheTwoPlanesOfASymmetricBlockTheOneWithTheLesserHorizontalLevelIsFound)
+{
+    // Where a block does not change when its rows and columns change places, two planes with H and V exchanged have the same error.
+    testsupport::CSeededRandom random(818);
+    int iUnequal = 0;
+    for (int i = 0; i < 100; ++i)
+    {
+        EtcPixels pixels;
+        for (auto* const pPlane : etctest::planesOf(pixels))
+        {
+            const uint32_t uiBase = 20 + random.below(100);
+            for (size_t y = 0; y < 4; ++y)
+                for (size_t x = 0; x <= y; ++x)
+                    (*pPlane)[etcPixelIndex(x, y)] = (*pPlane)[etcPixelIndex(y, x)] =
+                        static_cast<uint8_t>(uiBase + 10 * (x + y) + random.below(6));
+        }
+        const std::array<uint32_t, 3> errors = fitErrors(pixels);
+        EtcBlockWords found = k_untouched;
+        ASSERT_TRUE(searchPlanarExhaustive(pixels, k_uiEtcMaxPlainError, errors[0], errors[1], errors[2], found));
+        // From the top: the three levels of the origin in 19 bits, then the horizontal and the vertical ones of 6, 7 and 6 bits.
+        const uint64_t ui64Levels = uint64_t{found.ui32High} << 32 | found.ui32Low;
+        const std::array<uint64_t, 3> aui64Horizontal = {ui64Levels >> 39 & 63, ui64Levels >> 32 & 127, ui64Levels >> 26 & 63};
+        const std::array<uint64_t, 3> aui64Vertical = {ui64Levels >> 20 & 63, ui64Levels >> 13 & 127, ui64Levels >> 7 & 63};
+        for (size_t c = 0; c < 3; ++c)
+        {
+            ASSERT_LE(aui64Horizontal[c], aui64Vertical[c]);
+            iUnequal += aui64Horizontal[c] < aui64Vertical[c] ? 1 : 0;
+        }
+    }
+    EXPECT_GT(iUnequal, 20);
+}
+
 TEST(EtcExhaustivePlanar, WeightsCountInTheBoundOfTheBlockOnly)
 {
     // Green of 101 everywhere: pixel (0, 0) is off by 1 at the levels 100 and 102.

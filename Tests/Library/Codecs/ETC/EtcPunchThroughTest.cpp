@@ -44,6 +44,11 @@ EtcBlockWords encode(const EtcPixels& pixels, const EtcAlphas& alphas)
     return block;
 }
 
+EtcDifferentialA1 findDifferential(const EtcPixels& pixels, const EtcAlphas& alphas, bool bTransparentMode)
+{
+    return differentialBlockA1(pixels, EtcDifferentialStartA1(pixels, alphas), bTransparentMode);
+}
+
 EtcAlphas flatAlphas(uint8_t ui8Alpha)
 {
     EtcAlphas alphas;
@@ -103,7 +108,7 @@ TEST(EtcPunchThrough, GivesTheReferencesDifferentialBlocksInBothModes)
             {
                 for (size_t i = 0; i < expected.size(); ++i)
                 {
-                    const EtcDifferentialA1 actual = differentialBlockA1(blocks.pixels[i], blocks.alphas[i], bTransparentMode);
+                    const EtcDifferentialA1 actual = findDifferential(blocks.pixels[i], blocks.alphas[i], bTransparentMode);
                     ASSERT_EQ(expected[i].block.ui32High, actual.block.ui32High) << "block " << i;
                     ASSERT_EQ(expected[i].block.ui32Low, actual.block.ui32Low) << "block " << i;
                     ASSERT_EQ(expected[i].uiError, actual.uiError) << "block " << i;
@@ -147,10 +152,13 @@ TEST(EtcPunchThrough, OpaqueBlocksReachEveryModeWithTheOpaqueBitSet)
 
 TEST(EtcPunchThrough, AWhollyTransparentBlockHasThePlainMeansAndNoError)
 {
-    // 100 / 8.225806 is 12.2: level 12 for all three channels, which expands to 99. Every pixel takes table position 1, index 2: all
-    // upper bits set, all lower bits clear. The first table stands.
-    const EtcPixels pixels = etctest::flatEtcBlock(100, 100, 100);
-    const EtcDifferentialA1 found = differentialBlockA1(pixels, flatAlphas(0), true);
+    // Each half has four pixels of 0 and four of 200, so its mean is 100. 100 / 8.225806 is 12.2: level 12 for all three channels,
+    // which expands to 99. Every pixel takes table position 1, index 2: all upper bits set, all lower bits clear. The first table stands.
+    EtcPixels pixels;
+    for (auto* const pPlane : etctest::planesOf(pixels))
+        for (size_t i = 0; i < 16; ++i)
+            (*pPlane)[i] = (i + i / 4) % 2 == 0 ? 0 : 200;
+    const EtcDifferentialA1 found = findDifferential(pixels, flatAlphas(0), true);
     EXPECT_EQ(0u, found.uiError);
     EXPECT_EQ(0x60606000u, found.block.ui32High); // 12 << 27 | 12 << 19 | 12 << 11
     EXPECT_EQ(0xFFFF0000u, found.block.ui32Low);
@@ -170,7 +178,7 @@ TEST(EtcPunchThrough, TransparentPixelsHardlyCountInTheMeans)
     pixels.aui8Red[0] = pixels.aui8Green[0] = pixels.aui8Blue[0] = 255;
     EtcAlphas alphas = flatAlphas(255);
     alphas.aui8[0] = 127;
-    const EtcDifferentialA1 found = differentialBlockA1(pixels, alphas, true);
+    const EtcDifferentialA1 found = findDifferential(pixels, alphas, true);
     EXPECT_EQ(0x60606000u, found.block.ui32High);
     EXPECT_EQ(0x00010000u, found.block.ui32Low); // pixel (0, 0) has index 2, all others the base colour
     EXPECT_EQ(15u * 3, found.uiError);           // 99 in place of 100
@@ -190,12 +198,12 @@ TEST(EtcPunchThrough, TheSecondColourIsBroughtWithinReachOfTheFirst)
 {
     // 0 is level 0 and 41 (41 / 8.225806 is 4.98) level 4, which becomes 3. That is 24, and with table 1 24 + 17 is 41. The first half
     // is exact with table 0: 0 - 8 is clamped to 0.
-    EtcDifferentialA1 found = differentialBlockA1(greyHalves(0, 41), flatAlphas(255), false);
+    EtcDifferentialA1 found = findDifferential(greyHalves(0, 41), flatAlphas(255), false);
     EXPECT_EQ(0x03030306u, found.block.ui32High);
     EXPECT_EQ(0u, found.uiError);
 
     // 255 is level 31 and 205 (24.9) level 24, which becomes 27. That is 222, and 222 - 17 is 205.
-    found = differentialBlockA1(greyHalves(255, 205), flatAlphas(255), false);
+    found = findDifferential(greyHalves(255, 205), flatAlphas(255), false);
     EXPECT_EQ(0xFCFCFC06u, found.block.ui32High); // 31 << 3 | 4
     EXPECT_EQ(0u, found.uiError);
 }
@@ -240,6 +248,43 @@ TEST(EtcPunchThrough, TellsWhatTheReferenceTells)
                 expected.emplace_back("INVALID ALPHA DATA!!\n");
         ASSERT_EQ(expected, remarksOn(blocks.pixels[i], blocks.alphas[i]));
     }
+}
+
+TEST(EtcPunchThrough, EqualErrorsKeepTheEarlierBlock)
+{
+    // Black is exact in every mode. Level 0 less 8 is clamped to 0, so table position 0, index 3, of the first table in the first block.
+    const EtcBlockWords expected = {0, 0xFFFFFFFF};
+    EXPECT_EQ(expected, encode(etctest::flatEtcBlock(0, 0, 0), flatAlphas(255)));
+}
+
+TEST(EtcPunchThrough, AnAlphaOf128LetsTheOpaqueModesInAndOneOf127KeepsThemOut)
+{
+    EtcPixels pixels;
+    for (size_t i = 0; i < 16; ++i)
+        pixels.aui8Red[i] = pixels.aui8Green[i] = pixels.aui8Blue[i] = static_cast<uint8_t>(20 + 24 * (i % 4) + 16 * (i / 4));
+    EtcAlphas alphas = flatAlphas(255);
+    alphas.aui8[6] = 128;
+    EtcBlockWords block = encode(pixels, alphas);
+    EXPECT_EQ(eEtcPlanar, getEtcDifferentialMode(block.ui32High));
+    EXPECT_NE(0u, block.ui32High & k_ui32EtcDiffBit);
+    alphas.aui8[6] = 127;
+    block = encode(pixels, alphas);
+    EXPECT_NE(eEtcPlanar, getEtcDifferentialMode(block.ui32High));
+    EXPECT_EQ(0u, block.ui32High & k_ui32EtcDiffBit);
+}
+
+TEST(EtcPunchThrough, TheFlippedSplitStandsOnlyIfItIsStrictlyBetter)
+{
+    // Both splits of a flat block are alike. Rows of 99 and 66 (99 / 8.225806 is 12.04 and 66 / 8.225806 is 8.02: levels 12 and 8) are the
+    // base colours of top and bottom, index 0. Left and right, 82 and 17 from it, would be off by 1 in eight pixels.
+    EXPECT_EQ(0u, findDifferential(etctest::flatEtcBlock(99, 99, 99), flatAlphas(255), true).block.ui32High & k_ui32EtcFlipBit);
+    EtcPixels pixels;
+    for (auto* const pPlane : etctest::planesOf(pixels))
+        for (size_t i = 0; i < 16; ++i)
+            (*pPlane)[i] = i < 8 ? 99 : 66;
+    const EtcDifferentialA1 rows = findDifferential(pixels, flatAlphas(255), true);
+    EXPECT_EQ((EtcBlockWords{0x64646401, 0}), rows.block); // 12 << 3 | (8 - 12 & 7) in each channel, flipped
+    EXPECT_EQ(0u, rows.uiError);
 }
 
 TEST(EtcPunchThrough, ABlockWithATransparentPixelHasNoPlanarModeAndAClearOpaqueBit)
@@ -328,7 +373,7 @@ TEST(EtcPunchThrough, AnHBlockIsTakenWhereBlackIsLess)
         ++iTaken;
         EtcAlphas ignored;
         const double fError = blockErrorRGBA(pixels, alphas, decodeEtcPixelsA1(block, ignored));
-        const EtcBlockWords differential = differentialBlockA1(pixels, alphas, true).block;
+        const EtcBlockWords differential = findDifferential(pixels, alphas, true).block;
         ASSERT_LT(fError, blockErrorRGBA(pixels, alphas, decodeEtcPixelsA1(differential, ignored)));
         ASSERT_EQ(0u, block.ui32High & k_ui32EtcDiffBit);
         EtcBlockWords expected;
