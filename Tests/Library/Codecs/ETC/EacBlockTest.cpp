@@ -73,6 +73,24 @@ TEST(EacBlock, SignedValuesReach32767AtBothEnds)
     EXPECT_EQ(-32767, signedValue(0, 0, 15, 3));
 }
 
+TEST(EacBlock, ValuesAreClampedFromTheFirstThatIsBeyondTheirRange)
+{
+    // Multiplier 0, so that the sums go by ones. Unsigned: 255 * 8 + 4 = 2044 and 2, 3 or 4 more; 2046 * 32 + 31 = 65503.
+    EXPECT_EQ(65503u, eacValue(255, 0, 0, 4, false));
+    EXPECT_EQ(65535u, eacValue(255, 6, 0, 4, false));
+    EXPECT_EQ(65535u, eacValue(255, 9, 0, 5, false));
+    // 4, and 3, 4 or 6 less.
+    EXPECT_EQ(32u, eacValue(0, 0, 0, 0, false));
+    EXPECT_EQ(0u, eacValue(0, 6, 0, 0, false));
+    EXPECT_EQ(0u, eacValue(0, 0, 0, 1, false));
+    // Signed: 127 * 8 = 1016 and 6, 7 or 8 more (table 5); 1022 * 32 + 31 = 32735. The other end: 7 and 8 less.
+    EXPECT_EQ(32735, signedValue(255, 5, 0, 5));
+    EXPECT_EQ(32767, signedValue(255, 6, 0, 6));
+    EXPECT_EQ(32767, signedValue(255, 5, 0, 6));
+    EXPECT_EQ(-32767, signedValue(1, 5, 0, 1));
+    EXPECT_EQ(-32767, signedValue(1, 6, 0, 2));
+}
+
 TEST(EacBlock, ASignedBaseOfMinus128IsMinus127)
 {
     // 127 * 8 = 1016, and 1016 * 32 + 1016 / 32 = 32512 + 31.
