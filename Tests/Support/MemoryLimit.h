@@ -5,13 +5,7 @@
 #include <sys/resource.h>
 
 // The sanitisers' own memory does not fit below a limit: tests with one are left out where HALVANE_SANITISED is set.
-#if defined(__SANITIZE_ADDRESS__)
-#define HALVANE_SANITISED
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define HALVANE_SANITISED
-#endif
-#endif
+#include "Support/Sanitised.h"
 
 #ifndef HALVANE_SANITISED
 

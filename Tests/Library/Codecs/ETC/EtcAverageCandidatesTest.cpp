@@ -5,6 +5,7 @@
 #include "EtcTestBlocks.h"
 #include "ReferenceEtcExhaustiveHalves.h"
 #include "Support/EveryInstructionSet.h"
+#include "Support/Sanitised.h"
 
 namespace
 {
@@ -39,7 +40,7 @@ void expectEqual(const EtcAverageCandidate& expected, const EtcAverageCandidate&
 template <EEtcMeasure eMeasure>
 void expectReferenceCandidates()
 {
-    for (const EtcPixels& pixels : etctest::makeEtcTestBlocks(81, 4500))
+    for (const EtcPixels& pixels : etctest::makeEtcTestBlocks(81, testsupport::fewerIfSanitised(4500)))
     {
         const EtcAverageCandidate individual = etcreference::averageCandidate<eMeasure>(pixels, true);
         const EtcAverageCandidate differential = etcreference::averageCandidate<eMeasure>(pixels, false);

@@ -55,28 +55,32 @@ void expectReferenceBlocks(Encoder encode, Encoder reference, const std::vector<
 
 TEST(EtcExhaustiveBlock, ETC1GivesTheReferenceBlocks)
 {
-    const auto blocks = etctest::makeBlocksForSlowSearch(91, 12);
+    const auto blocks = etctest::makeBlocksForSlowSearch(91, 5);
     expectReferenceBlocks(etcExhaustiveBlockETC1, etcreference::etcExhaustiveBlockETC1<>, blocks);
     expectReferenceBlocks(etcExhaustiveBlockETC1Perceptual, etcreference::etcExhaustiveBlockETC1Perceptual<>, blocks);
 }
 
 TEST(EtcExhaustiveBlock, ETC2GivesTheReferenceBlocks)
 {
-    const auto blocks = etctest::makeEtcTestBlocks(92, 9);
-    expectReferenceBlocks(etcExhaustiveBlockETC2, etcreference::etcExhaustiveBlockETC2<>, blocks);
-    expectReferenceBlocks(etcExhaustiveBlockETC2Perceptual, etcreference::etcExhaustiveBlockETC2Perceptual<>, blocks);
+    // The kinds of block in turn by one measure and the other. Each search has its own comparison.
+    const auto blocks = etctest::makeEtcTestBlocks(92, testsupport::fewerIfSanitised(9));
+    for (size_t i = 0; i < blocks.size(); ++i)
+        if (i % 2 == 0)
+            expectReferenceBlocks(etcExhaustiveBlockETC2, etcreference::etcExhaustiveBlockETC2<>, {blocks[i]});
+        else
+            expectReferenceBlocks(etcExhaustiveBlockETC2Perceptual, etcreference::etcExhaustiveBlockETC2Perceptual<>, {blocks[i]});
 }
 
 TEST(EtcExhaustiveBlock, ETC1TakesTheBlocksInOrder)
 {
-    const auto blocks = etctest::makeEtcTestBlocks(93, 900);
+    const auto blocks = etctest::makeEtcTestBlocks(93, testsupport::fewerIfSanitised(450));
     expectReferenceBlocks(etcExhaustiveBlockETC1, etcreference::etcExhaustiveBlockETC1<ShippedSearches>, blocks);
     expectReferenceBlocks(etcExhaustiveBlockETC1Perceptual, etcreference::etcExhaustiveBlockETC1Perceptual<ShippedSearches>, blocks);
 }
 
 TEST(EtcExhaustiveBlock, ETC2TakesTheBlocksInOrder)
 {
-    const auto blocks = etctest::makeEtcTestBlocks(94, 270);
+    const auto blocks = etctest::makeEtcTestBlocks(94, testsupport::fewerIfSanitised(135));
     expectReferenceBlocks(etcExhaustiveBlockETC2, etcreference::etcExhaustiveBlockETC2<ShippedSearches>, blocks);
     expectReferenceBlocks(etcExhaustiveBlockETC2Perceptual, etcreference::etcExhaustiveBlockETC2Perceptual<ShippedSearches>, blocks);
 }
@@ -119,7 +123,7 @@ TEST(EtcExhaustiveBlock, ADifferentialBlockThatWonByTheErrorOfRowsIsWorseThanThe
 
 TEST(EtcExhaustiveBlock, ETC2IsNeverWorseThanWhatTheModesWithoutTheOddityReach)
 {
-    for (const EtcPixels& pixels : etctest::makeEtcTestBlocks(95, 90))
+    for (const EtcPixels& pixels : etctest::makeEtcTestBlocks(95, testsupport::fewerIfSanitised(45)))
     {
         EtcBlockWords words;
         etcExhaustiveBlockETC2(pixels, words);

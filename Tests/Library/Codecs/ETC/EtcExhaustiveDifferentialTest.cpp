@@ -28,13 +28,13 @@ EtcPixels twoRows()
 
 TEST(EtcExhaustiveDifferential, GivesTheReferenceBlocks)
 {
-    const auto blocks = etctest::makeBlocksForSlowSearch(86, 36);
+    const auto blocks = etctest::makeBlocksForSlowSearch(86, 18);
     etctest::expectReferenceSearches(searchDifferentialExhaustive, k_pReference, etcFastBlockETC1, 1.0, blocks);
 }
 
 TEST(EtcExhaustiveDifferential, GivesTheReferenceBlocksByThePerceptualMeasure)
 {
-    const auto blocks = etctest::makeBlocksForSlowSearch(87, 36);
+    const auto blocks = etctest::makeBlocksForSlowSearch(87, 18);
     etctest::expectReferenceSearches(searchDifferentialExhaustivePerceptual, k_pPerceptualReference, etcFastBlockETC1Perceptual, 1000.0,
                                      blocks);
 }
@@ -42,9 +42,12 @@ TEST(EtcExhaustiveDifferential, GivesTheReferenceBlocksByThePerceptualMeasure)
 TEST(EtcExhaustiveDifferential, ErrorsAboutTheLimitOfSixteenBitsGiveTheReferenceBlocks)
 {
     const auto getStart = [](const EtcPixels& pixels) { return etcAverageDifferential<EEtcMeasure::ePlain>(pixels).uiError; };
+    uint32_t uiBound = 50000;
     for (const EtcPixels& pixels : etctest::makeBlocksAboutSixteenBits(97, 10, getStart))
-        for (const uint32_t uiBound : {UINT32_MAX, uint32_t{50000}})
-            etctest::expectReferenceSearch(searchDifferentialExhaustive, k_pReference, pixels, uiBound);
+    {
+        uiBound = uiBound == 50000 ? UINT32_MAX : 50000;
+        etctest::expectReferenceSearch(searchDifferentialExhaustive, k_pReference, pixels, uiBound);
+    }
 }
 
 TEST(EtcExhaustiveDifferential, FindsEveryUprightBlockThatTheModePainted)
@@ -69,7 +72,7 @@ TEST(EtcExhaustiveDifferential, FindsEveryUprightBlockThatTheModePainted)
 TEST(EtcExhaustiveDifferential, ThePlainBlockIsNeverFlippedAndMayCostMoreThanIsReturned)
 {
     size_t uiDearer = 0;
-    for (const EtcPixels& pixels : etctest::makeEtcTestBlocks(89, 900))
+    for (const EtcPixels& pixels : etctest::makeEtcTestBlocks(89, 450))
     {
         EtcBlockWords words;
         const uint32_t uiError = searchDifferentialExhaustive(pixels, UINT32_MAX, words);
@@ -78,14 +81,14 @@ TEST(EtcExhaustiveDifferential, ThePlainBlockIsNeverFlippedAndMayCostMoreThanIsR
         EXPECT_LE(uiError, fOwnError);
         uiDearer += uiError < fOwnError ? 1 : 0;
     }
-    EXPECT_GT(uiDearer, 100u);
+    EXPECT_GT(uiDearer, 50u);
 }
 
 TEST(EtcExhaustiveDifferential, ThePerceptualBlockMayBeFlippedWithTheColoursOfLeftAndRight)
 {
     size_t uiFlipped = 0;
     size_t uiDearer = 0;
-    for (const EtcPixels& pixels : etctest::makeEtcTestBlocks(90, 900))
+    for (const EtcPixels& pixels : etctest::makeEtcTestBlocks(90, 450))
     {
         EtcBlockWords words;
         const uint32_t uiError = searchDifferentialExhaustivePerceptual(pixels, UINT32_MAX, words);
@@ -98,8 +101,8 @@ TEST(EtcExhaustiveDifferential, ThePerceptualBlockMayBeFlippedWithTheColoursOfLe
         ++uiFlipped;
         uiDearer += uiError + 1 < fOwnError ? 1 : 0;
     }
-    EXPECT_GT(uiFlipped, 100u);
-    EXPECT_GT(uiDearer, 100u);
+    EXPECT_GT(uiFlipped, 50u);
+    EXPECT_GT(uiDearer, 50u);
 }
 
 TEST(EtcExhaustiveDifferential, UnderABoundOfZeroTheMeansStand)
@@ -116,6 +119,46 @@ TEST(EtcExhaustiveDifferential, UnderABoundOfZeroTheMeansStand)
             EXPECT_EQ(16000u, searchDifferentialExhaustivePerceptual(pixels, 0, words));
             EXPECT_EQ(0x60606002u, words.ui32High);
             EXPECT_EQ(0u, words.ui32Low);
+        });
+}
+
+TEST(EtcExhaustiveDifferential, APairOfTopAndBottomComesBeforeThatOfLeftAndRightAndDoesNotGiveItsColours)
+{
+    // A flat grey of 8: level 1 (0.97), byte 8, is off by 2 under table 0 (position 1, index 2). The first pair of all, 000 twice,
+    // is exact by 0 + 8: at top and bottom, which lowers what left and right of the same pair would have to be below. So the means'
+    // colours stand.
+    const EtcPixels pixels = etctest::flatEtcBlock(8, 8, 8);
+    forEachInstructionSet(
+        [&]
+        {
+            EtcBlockWords words;
+            EXPECT_EQ(0u, searchDifferentialExhaustive(pixels, UINT32_MAX, words));
+            EXPECT_EQ(0x08080802u, words.ui32High);
+            EXPECT_EQ(0xFFFF0000u, words.ui32Low);
+            EXPECT_EQ(0u, searchDifferentialExhaustivePerceptual(pixels, UINT32_MAX, words));
+            EXPECT_EQ(0x08080803u, words.ui32High);
+            EXPECT_EQ(0xFFFF0000u, words.ui32Low);
+        });
+}
+
+TEST(EtcExhaustiveDifferential, OfEqualPairsOfLeftAndRightTheFirstStands)
+{
+    // Greys of 8 at left and 10 at right, which no base reaches together. The first colour that reaches 8 is 000 (table 0,
+    // position 3, index 1), the first that reaches 10 is 111 (byte 8, table 0, position 2, index 0): 0 has no modifier 10. Level 2,
+    // byte 16, reaches 8 as well, but later. The means' level of both halves is 1 (0.97, 1.22).
+    EtcPixels pixels{};
+    for (size_t i = 0; i < 16; ++i)
+        pixels.aui8Red[i] = pixels.aui8Green[i] = pixels.aui8Blue[i] = i % 4 < 2 ? 8 : 10;
+    forEachInstructionSet(
+        [&]
+        {
+            for (const auto search : {searchDifferentialExhaustive, searchDifferentialExhaustivePerceptual})
+            {
+                EtcBlockWords words;
+                EXPECT_EQ(0u, search(pixels, UINT32_MAX, words));
+                EXPECT_EQ(0x01010102u, words.ui32High);
+                EXPECT_EQ(0x000000FFu, words.ui32Low);
+            }
         });
 }
 
