@@ -125,6 +125,11 @@ TEST(EtcDecompressImage, ASizeThatDoesNotFitTheResultGivesZero)
     EXPECT_EQ(0u, etcDecompressImage(nullptr, nullptr, 0xFFFFFFFF, 0xFFFFFFFF, ePF_EAC_R11, false));
     EXPECT_EQ(0xFFFE0000u, etcDecompressImage(nullptr, nullptr, 32768, 32767, ePF_ETC2_RGBA, false));
     EXPECT_EQ(0u, etcDecompressImage(nullptr, nullptr, 32768, 32768, ePF_ETC2_RGBA, false));
+    // The greatest that fit, 2^32 - 1 = 286331153 * 5 * 3 and 2^32 - 2 = (2^31 - 1) * 2, and the next.
+    EXPECT_EQ(0xFFFFFFFFu, etcDecompressImage(nullptr, nullptr, 286331153, 5, ePF_ETC1, false));
+    EXPECT_EQ(0u, etcDecompressImage(nullptr, nullptr, 286331154, 5, ePF_ETC1, false));
+    EXPECT_EQ(0xFFFFFFFEu, etcDecompressImage(nullptr, nullptr, 1, 0x7FFFFFFF, ePF_EAC_R11, false));
+    EXPECT_EQ(0u, etcDecompressImage(nullptr, nullptr, 1, 0x80000000, ePF_EAC_R11, false));
     Bytes bytes(16, 7);
     EXPECT_EQ(0u, etcDecompressImage(bytes.data(), bytes.data(), 65536, 65536, ePF_EAC_R11, false));
     EXPECT_THAT(bytes, Each(7));
