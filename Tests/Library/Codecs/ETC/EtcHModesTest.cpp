@@ -48,6 +48,19 @@ EtcModeFit fitHA1(const EtcPixels& pixels, const EtcAlphas& alphas, const EtcCol
     return fit;
 }
 
+// Each needs one of the two clusterings, or tells that the first of equally good ones stays.
+constexpr IndependentBlock k_aIndependentRefinements[] = {
+    {{0x23D46D, 0x45D45C, 0x45D46D, 0x23C34B, 0x45B25C, 0x34D44B, 0x23C35C, 0x45C34B, 0x23D44B, 0x45C34B, 0x45D44B, 0x23B26D, 0x45C34B,
+      0x34C35C, 0x34B26D, 0x23D46D},
+     {0xA6069632, 0xDA057EEE}},
+    {{0x54F4FE, 0xA94ED9, 0x182375, 0x882B20, 0x0DAADB, 0x23CFF9, 0x193F3E, 0x703844, 0x95E04C, 0x5D5ED3, 0x52226D, 0x1637C2, 0x248F1D,
+      0x3CCC44, 0x05DD2E, 0xA1FAFA},
+     {0xA9F3A64E, 0x88AF3F8A}},
+    {{0x6D123C, 0x6A153C, 0x6A153C, 0x6A1239, 0x6A1239, 0x6D1539, 0x6D153C, 0x6D1239, 0x6A1539, 0x6A1539, 0x6A1539, 0x6D153C, 0x6D1539,
+      0x6D153C, 0x6D1239, 0x6A1539},
+     {0xB015B092, 0x00000000}},
+};
+
 } // namespace
 
 TEST(EtcHModes, ColoursAreOrderedByTheir12BitNumbers)
@@ -207,6 +220,12 @@ TEST(EtcHModesA1, APixelWithAlphaIsStoredAsTransparent)
         for (size_t i = 0; i < 16; ++i)
             ASSERT_EQ(decodedAlphas.aui8[i], 255 - alphas.aui8[i]);
     }
+}
+
+TEST(EtcHModes, RefinementsAreThoseOfAnIndependentProgram)
+{
+    for (const IndependentBlock& block : k_aIndependentRefinements)
+        forEachInstructionSet([&] { EXPECT_EQ(stuffH(hRefine(blockOfColours(block.aui32Colours))), block.words); });
 }
 
 TEST(EtcHModes, GiveTheReferenceFitsOnEveryKindOfBlock)

@@ -35,6 +35,33 @@ inline EtcPixels rowsOfGreys(const std::array<uint8_t, 4>& aui8)
     return pixels;
 }
 
+/// A colour of 0xRRGGBB.
+inline EtcColour colourOf(uint32_t ui32)
+{
+    return {static_cast<uint8_t>(ui32 >> 16), static_cast<uint8_t>(ui32 >> 8 & 255), static_cast<uint8_t>(ui32 & 255)};
+}
+
+/// A block from its pixels, row after row, each 0xRRGGBB.
+inline EtcPixels blockOfColours(const std::array<uint32_t, 16>& aui32)
+{
+    EtcPixels pixels;
+    for (size_t i = 0; i < 16; ++i)
+    {
+        const EtcColour colour = colourOf(aui32[i]);
+        pixels.aui8Red[i] = colour[0];
+        pixels.aui8Green[i] = colour[1];
+        pixels.aui8Blue[i] = colour[2];
+    }
+    return pixels;
+}
+
+/// A block and the words that a program of its own, which shares nothing with this one, stores for it.
+struct IndependentBlock
+{
+    std::array<uint32_t, 16> aui32Colours;
+    EtcBlockWords words;
+};
+
 inline void expectFit(const EtcModeFit& fit, const EtcModeFit& expected)
 {
     EXPECT_EQ(fit.levels, expected.levels);

@@ -22,6 +22,25 @@ namespace
 /// Every four pixels of a row by index: 0, 1, 2, 3.
 constexpr uint32_t k_ui32EachPaint = 0xE4E4E4E4;
 
+// Each needs one of the three clusterings, or tells that the first of equally good ones stays.
+constexpr IndependentBlock k_aIndependentRefinements[] = {
+    {{0x23D46D, 0x45D45C, 0x45D46D, 0x23C34B, 0x45B25C, 0x34D44B, 0x23C35C, 0x45C34B, 0x23D44B, 0x45C34B, 0x45D44B, 0x23B26D, 0x45C34B,
+      0x34C35C, 0x34B26D, 0x23D46D},
+     {0x06C64C53, 0x34EA31FA}},
+    {{0x9A2D74, 0x7969C4, 0x6F9046, 0x69563C, 0xF971E0, 0x9C8228, 0x5FEE30, 0xB1F307, 0x9A0754, 0x519FC2, 0x8EF0AC, 0x4463E4, 0x63340A,
+      0xFF5C96, 0x0F658A, 0x528DCC},
+     {0xEB9286AE, 0xC8550C87}},
+    {{0xF58603, 0xF56403, 0xF58603, 0xF58625, 0xF56403, 0xD38625, 0xF58603, 0xF58625, 0xD36403, 0xF58603, 0xD36425, 0xF58625, 0xF58603,
+      0xF58603, 0xF56425, 0xF58625},
+     {0xFA80E726, 0x0C36F416}},
+    {{0x25A29B, 0x259F98, 0x28A298, 0x25A298, 0x28A29B, 0x289F9B, 0x28A29B, 0x289F98, 0x259F98, 0x25A29B, 0x289F98, 0x259F9B, 0x289F98,
+      0x28A298, 0x25A29B, 0x25A298},
+     {0x06A92992, 0x0000FFFF}},
+    {{0x1F9309, 0x1F900C, 0x1F930C, 0x1F9309, 0x1C900C, 0x1F9009, 0x1F930C, 0x1C9309, 0x1F9309, 0x1F900C, 0x1F9309, 0x1C900C, 0x1C900C,
+      0x1F9009, 0x1F9309, 0x1C900C},
+     {0x06912913, 0xFFFFFFFF}},
+};
+
 /// What the punch-through encoder makes of two colours in T mode.
 EtcModeFit fitTA1(const EtcPixels& pixels, const EtcAlphas& alphas, const EtcColourPair& levels)
 {
@@ -183,6 +202,12 @@ TEST(EtcTModesA1, TheErrorIsThatOfTheDecodedBlock)
         ASSERT_EQ(blockErrorRGBA(block, alphas, decoded), fit.uiError);
         ASSERT_EQ(decodedAlphas.aui8, alphas.aui8);
     }
+}
+
+TEST(EtcTModes, RefinementsAreThoseOfAnIndependentProgram)
+{
+    for (const IndependentBlock& block : k_aIndependentRefinements)
+        forEachInstructionSet([&] { EXPECT_EQ(stuffT(tRefine(blockOfColours(block.aui32Colours))), block.words); });
 }
 
 TEST(EtcTModes, GiveTheReferenceFitsOnEveryKindOfBlock)
