@@ -142,7 +142,7 @@ uint32_t etcCompressImage(const uint8_t* pSource, uint8_t* pDestination, uint32_
                           uint32_t uiFormat, bool bSigned)
 {
     const uint32_t uiResult = countBytes(uiWidth, uiHeight, uiFormat);
-    if (pSource == nullptr || pDestination == nullptr || uiWidth == 0 || uiHeight == 0)
+    if (pSource == nullptr || pDestination == nullptr)
         return uiResult;
     if (uiResult == 0 || !isAccepted(uiQuality, uiFormat, bSigned))
         return 0;

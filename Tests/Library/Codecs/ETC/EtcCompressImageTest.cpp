@@ -210,6 +210,10 @@ TEST(EtcCompressImage, ASizeThatDoesNotFitTheResultGivesZero)
     EXPECT_EQ(0x80000000u, etcCompressImage(nullptr, nullptr, 65536, 65536, eEtcFast, ePF_ETC1, false));
     EXPECT_EQ(0u, etcCompressImage(nullptr, nullptr, 65536, 65536, eEtcFast, ePF_ETC2_RGBA, false));
     EXPECT_EQ(0u, etcCompressImage(nullptr, nullptr, 0xFFFFFFFF, 0xFFFFFFFF, eEtcFast, ePF_ETC1, false));
+    // Four rows less are 2^32 - 2^18 bytes; four more aren't 2^18, which is what 32 bits would keep.
+    EXPECT_EQ(0xFFFC0000u, etcCompressImage(nullptr, nullptr, 65536, 65529, eEtcFast, ePF_EAC_RG11, false));
+    EXPECT_EQ(0u, etcCompressImage(nullptr, nullptr, 65536, 65537, eEtcFast, ePF_EAC_RG11, false));
+    EXPECT_EQ(0u, etcCompressImage(nullptr, nullptr, 0xFFFFFFFC, 0xFFFFFFFF, eEtcFast, ePF_ETC1, false));
     Bytes bytes(256, 7);
     EXPECT_EQ(0u, etcCompressImage(bytes.data(), bytes.data(), 65536, 65536, eEtcFast, ePF_ETC2_RGBA, false));
     EXPECT_THAT(bytes, Each(7));
