@@ -106,6 +106,50 @@ TEST(EtcExhaustiveBlock, EqualErrorsKeepTheBlockThatTheOrderSays)
         });
 }
 
+TEST(EtcExhaustiveBlock, ASearchThatComesEarlierLeavesNothingToTheLaterOnes)
+{
+    // A flat grey of 30 is 17 + 13 in individual mode and 90 - 60 in differential mode, which returns that as an error of rows and
+    // keeps the means' level 4, byte 33, off by 1 (table 0, position 1, index 2). The other modes and the fast search come to 1 at
+    // the nearest. What is searched first finds its 0, and then nothing is below the bound: ETC1 searches individual mode first,
+    // the others differential mode, by the perceptual measure with the flip bit.
+    const EtcPixels pixels = etctest::flatEtcBlock(30, 30, 30);
+    forEachInstructionSet(
+        [&]
+        {
+            EtcBlockWords words;
+            etcExhaustiveBlockETC1(pixels, words);
+            EXPECT_EQ(0x1111116Cu, words.ui32High);
+            EXPECT_EQ(0u, words.ui32Low);
+            etcExhaustiveBlockETC2(pixels, words);
+            EXPECT_EQ(0x20202002u, words.ui32High);
+            EXPECT_EQ(0xFFFF0000u, words.ui32Low);
+            for (const Encoder encode : {etcExhaustiveBlockETC1Perceptual, etcExhaustiveBlockETC2Perceptual})
+            {
+                encode(pixels, words);
+                EXPECT_EQ(0x20202003u, words.ui32High);
+                EXPECT_EQ(0xFFFF0000u, words.ui32Low);
+            }
+        });
+}
+
+TEST(EtcExhaustiveBlock, OfTheModesThatETC2AddsPlanarStandsBeforeHAndHBeforeT)
+{
+    // A flat grey of 28 is a plane (7 of six bits, 14 of seven), and 34 - 6 in T and H mode. Under the bound of 0 that they give
+    // the fast search's levels stand in the other modes, 3 (byte 24) and 2 (byte 34), which are off by 1. 37 is 34 + 3 in T and H
+    // mode, no plane (36 and 40), and off by 1 from levels 4 (byte 33) and 2 again.
+    for (const Encoder encode : {etcExhaustiveBlockETC2, etcExhaustiveBlockETC2Perceptual})
+        for (const uint8_t ui8Grey : {uint8_t{28}, uint8_t{37}})
+        {
+            const EtcPixels pixels = etctest::flatEtcBlock(ui8Grey, ui8Grey, ui8Grey);
+            EtcBlockWords words;
+            EXPECT_NE(0.0, etcFastBlockETC1(pixels, words));
+            encode(pixels, words);
+            EXPECT_EQ(0.0, blockErrorRGB(pixels, decodeEtcPixelsETC2(words)));
+            ASSERT_NE(0u, words.ui32High & k_ui32EtcDiffBit);
+            EXPECT_EQ(ui8Grey == 28 ? eEtcPlanar : eEtcH, getEtcDifferentialMode(words.ui32High));
+        }
+}
+
 TEST(EtcExhaustiveBlock, ADifferentialBlockThatWonByTheErrorOfRowsIsWorseThanTheFastOne)
 {
     // Greys of 97 above and 121 below: a pair of rows costs nothing, as EtcExhaustiveDifferentialTest.cpp works out, and the upright
