@@ -40,7 +40,8 @@ struct IndependentColours
 };
 
 // Together these tell every variant's numbers of attempts and iterations, to which centre a tie goes, that the first of equal errors
-// stays the best, that an error may repeat that of the attempt before, and which variants start again at one.
+// stays the best, that an error may repeat that of the attempt before, which variants start again at one, and that all do after an
+// attempt that leaves a centre empty, even where its error repeats that of another such.
 constexpr IndependentColours k_aIndependentColours[] = {
     {{0xF60076, 0x94E69B, 0x44EEB0, 0x5627AC, 0x922902, 0xDF99CF, 0xA69FFB, 0x5331C3, 0x620E90, 0xB1A9D3, 0x198325, 0xC27DFC, 0x5C3633,
       0xE0F3BE, 0x716530, 0xC25E13},
@@ -78,6 +79,9 @@ constexpr IndependentColours k_aIndependentColours[] = {
     {{0x8FD59A, 0x937BD9, 0x0854E6, 0xB4F609, 0x7B9454, 0xB763E4, 0xB42A86, 0xA99D6B, 0xC93E36, 0x75BD3A, 0xC7AC3B, 0x90DB1A, 0x9CD056,
       0x0A5828, 0x06FD35, 0x7E438E},
      {{0x816C8B, 0x86D731}, {0x816C8B, 0x86D731}, {0x8153BE, 0x84B242}, {0x90BB45, 0x6D54A5}, {0x7DBD44, 0x8D50A8}}},
+    {{0x111010, 0x111010, 0x111110, 0x111010, 0x111010, 0x101010, 0x111010, 0x111010, 0x111010, 0x111010, 0x111010, 0x111010, 0x111010,
+      0x111010, 0x111010, 0x111010},
+     {{0x111010, 0x111110}, {0x111010, 0x111110}, {0x111010, 0x111110}, {0x111010, 0x101010}, {0x111010, 0x101010}}},
 };
 
 EtcPixels greys(const std::array<uint8_t, 16>& aui8)
