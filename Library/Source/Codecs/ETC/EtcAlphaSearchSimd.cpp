@@ -360,11 +360,11 @@ HWY_INLINE void searchRowBatch(const AlphaSearchState& state, uint32_t uiFirstRo
         const V8 farthest = hn::Set(d8, 255);
         for (int32_t iOffset = 0; iOffset <= std::min(2 * iReach, 255); iOffset += static_cast<int32_t>(getBasesAtOnce()) * iStep)
         {
-            // No offset is 255 but one that would be greater.
-            const V8 offsets = hn::SaturatedAdd(hn::Set(d8, static_cast<uint8_t>(iOffset)), blockOffsets);
+            // No offset exceeds 224: the first scale goes on by 16 or 32, two bases at most at once.
+            const V8 offsets = hn::Add(hn::Set(d8, static_cast<uint8_t>(iOffset)), blockOffsets);
             const V8 beyond = hn::SaturatedSub(offsets, ranges);
             const V8 isInside = hn::VecFromMask(d8, hn::Eq(beyond, hn::Zero(d8)));
-            const V8 isDead = hn::Or(hn::Xor(isInside, farthest), hn::VecFromMask(d8, hn::Eq(offsets, farthest)));
+            const V8 isDead = hn::Xor(isInside, farthest);
             const V8 bases = hn::Add(starts, offsets);
             const BlockSums sums = sumRows(state.alphas, getRowValues(uiFirstRow, bases), bases, isDead, ui16Limit);
             hn::Store(sums.first, d16, aui16First.data());
