@@ -20,6 +20,8 @@ struct EtcQuantised
     EtcColour bytes;
 };
 
+// The search of EtcFastBlock.h has these quantisers for a whole block in lanes (EtcQuantiseSimd.h); what they give is the same.
+
 /// The mean colour of a half; exact, as it is a multiple of 1/8.
 [[nodiscard]] EtcMean etcHalfMean(const EtcPixels& pixels, EEtcHalf eHalf);
 

@@ -48,42 +48,38 @@ constexpr int32_t twice(int32_t iValue)
     return static_cast<int32_t>((static_cast<uint32_t>(iValue) & 0xFFFF) * 0x10001);
 }
 
-/// EtcTables.h's modifiers, a row for each position.
-struct ModifierColumns
+/// What a pixel may choose from, a row for each choice: the modifier in pairs, by table.
+template <size_t kChoices>
+struct ModifierPairs
 {
-    alignas(32) int32_t aai[k_uiPositions][k_uiTables];
+    alignas(32) int32_t aai[kChoices][k_uiTables];
 };
 
-constexpr ModifierColumns makeModifierColumns(bool bTwice)
+/// EtcTables.h's modifiers.
+constexpr ModifierPairs<k_uiPositions> makeModifierPairs()
 {
-    ModifierColumns columns{};
+    ModifierPairs<k_uiPositions> pairs{};
     for (size_t uiTable = 0; uiTable < k_uiTables; ++uiTable)
         for (size_t uiPosition = 0; uiPosition < k_uiPositions; ++uiPosition)
-        {
-            const int32_t iModifier = k_aaiEtcModifiers[uiTable][uiPosition];
-            columns.aai[uiPosition][uiTable] = bTwice ? twice(iModifier) : iModifier;
-        }
-    return columns;
+            pairs.aai[uiPosition][uiTable] = twice(k_aaiEtcModifiers[uiTable][uiPosition]);
+    return pairs;
 }
 
-constexpr ModifierColumns k_modifierColumns = makeModifierColumns(false);
-constexpr ModifierColumns k_modifierPairs = makeModifierColumns(true);
+constexpr ModifierPairs<k_uiPositions> k_modifierPairs = makeModifierPairs();
 
-/// A base colour in two lanes of pairs of 16 bits: red and green, blue and a number so low that it is clamped to 0 always.
+/// A base colour in two lanes of pairs of 16 bits: red and green, blue and nothing (whose weight is 0 everywhere).
 struct BasePairs
 {
     int32_t iRedGreen;
     int32_t iBlue;
 };
 
-constexpr uint32_t k_ui32ClampedAway = 0xFC000000; // -1024
-
 /// @param bytes  red, green, blue: three whole numbers
 template <typename Bytes>
 HWY_INLINE BasePairs makeBasePairs(const Bytes& bytes)
 {
     const auto channel = [&](size_t c) HWY_ATTR { return static_cast<uint32_t>(bytes[c]); };
-    return {static_cast<int32_t>(channel(0) | channel(1) << 16), static_cast<int32_t>(channel(2) | k_ui32ClampedAway)};
+    return {static_cast<int32_t>(channel(0) | channel(1) << 16), static_cast<int32_t>(channel(2))};
 }
 
 /// A block's pixels column by column, as the index bits stand.
@@ -128,11 +124,6 @@ HWY_INLINE void forEachOfHalf(EEtcHalf eHalf, Visit visit)
         visit(place.uiFirst + uiPair * place.uiStep);
         visit(place.uiFirst + uiPair * place.uiStep + 1);
     }
-}
-
-HWY_INLINE VI clampToByte(VI v)
-{
-    return hn::Min(hn::Max(v, hn::Zero(di)), hn::Set(di, 255));
 }
 
 /// A bit for each lane, the first lowest.
@@ -265,20 +256,32 @@ struct TableSums
     VI a[k_uiTables]; ///< the first is enough where vectors have eight lanes
 };
 
+/// @param modifiers        what the pixels choose from
+/// @param ui32Transparent  a bit x * 4 + y for each pixel that is left out
 /// @return sums of 1560600 at most times the mean weight
-template <typename Weights>
-HWY_INLINE TableSums sumTables(const SearchPixels<Weights>& pixels, EEtcHalf eHalf, const BasePairs& base)
+template <typename Weights, size_t kChoices>
+HWY_INLINE TableSums sumTables(const SearchPixels<Weights>& pixels, EEtcHalf eHalf, const BasePairs& base,
+                               const ModifierPairs<kChoices>& modifiers, uint32_t ui32Transparent)
 {
+    const auto forEachOpaque = [&](auto visit) HWY_ATTR
+    {
+        forEachOfHalf(eHalf,
+                      [&](size_t i) HWY_ATTR
+                      {
+                          if ((ui32Transparent >> i & 1) == 0)
+                              visit(i);
+                      });
+    };
     int32_t iSquares = 0;
-    forEachOfHalf(eHalf, [&](size_t i) HWY_ATTR { iSquares += pixels.aiSquares[i]; });
+    forEachOpaque([&](size_t i) HWY_ATTR { iSquares += pixels.aiSquares[i]; });
 
     TableSums sums;
     for (size_t uiTable = 0; uiTable < k_uiTables; uiTable += hn::Lanes(di))
     {
-        VI aRedGreen[k_uiPositions], aBlue[k_uiPositions], aSquares[k_uiPositions];
-        for (size_t i = 0; i < k_uiPositions; ++i)
+        VI aRedGreen[kChoices], aBlue[kChoices], aSquares[kChoices];
+        for (size_t i = 0; i < kChoices; ++i)
         {
-            const VI modifier = hn::Load(di, k_modifierPairs.aai[i] + uiTable);
+            const VI modifier = hn::Load(di, modifiers.aai[i] + uiTable);
             const VI redGreen = clampPairsToBytes(addPairs(hn::Set(di, base.iRedGreen), modifier));
             const VI blue = clampPairsToBytes(addPairs(hn::Set(di, base.iBlue), modifier));
             aRedGreen[i] = multiplyPairs(redGreen, hn::Set(di, Weights::k_iRed | Weights::k_iGreen << 16));
@@ -286,17 +289,18 @@ HWY_INLINE TableSums sumTables(const SearchPixels<Weights>& pixels, EEtcHalf eHa
             aSquares[i] = addPairProducts(addPairProducts(hn::Zero(di), redGreen, aRedGreen[i]), blue, aBlue[i]);
         }
         VI sum = hn::Set(di, iSquares);
-        forEachOfHalf(eHalf,
-                      [&](size_t i) HWY_ATTR
-                      {
-                          const VI redGreen = hn::Set(di, pixels.aiRedGreen[i]);
-                          const VI blue = hn::Set(di, pixels.aiBlue[i]);
-                          const auto error = [&](size_t uiPosition) HWY_ATTR {
-                              return addPairProducts(addPairProducts(aSquares[uiPosition], redGreen, aRedGreen[uiPosition]), blue,
-                                                     aBlue[uiPosition]);
-                          };
-                          sum = hn::Add(sum, hn::Min(hn::Min(error(0), error(1)), hn::Min(error(2), error(3))));
-                      });
+        forEachOpaque(
+            [&](size_t uiPixel) HWY_ATTR
+            {
+                const VI redGreen = hn::Set(di, pixels.aiRedGreen[uiPixel]);
+                const VI blue = hn::Set(di, pixels.aiBlue[uiPixel]);
+                const auto error = [&](size_t i) HWY_ATTR
+                { return addPairProducts(addPairProducts(aSquares[i], redGreen, aRedGreen[i]), blue, aBlue[i]); };
+                VI least = hn::Min(error(0), error(1));
+                for (size_t i = 2; i < kChoices; ++i)
+                    least = hn::Min(least, error(i));
+                sum = hn::Add(sum, least);
+            });
         sums.a[uiTable / hn::Lanes(di)] = sum;
     }
     return sums;
@@ -309,9 +313,9 @@ struct TableFit
     uint32_t uiError;
 };
 
-HWY_INLINE TableFit findTable(const PlainPixels& pixels, EEtcHalf eHalf, const BasePairs& base)
+/// @param sums  by the plain measure
+HWY_INLINE TableFit findLeast(const TableSums& sums)
 {
-    const TableSums sums = sumTables(pixels, eHalf, base);
     VI least = hn::Set(di, INT32_MAX);
     for (size_t uiTable = 0; uiTable < k_uiTables; uiTable += hn::Lanes(di))
     {
@@ -323,6 +327,11 @@ HWY_INLINE TableFit findTable(const PlainPixels& pixels, EEtcHalf eHalf, const B
     return {uiKey & 7, uiKey >> 3};
 }
 
+HWY_INLINE TableFit findTable(const PlainPixels& pixels, EEtcHalf eHalf, const BasePairs& base)
+{
+    return findLeast(sumTables(pixels, eHalf, base, k_modifierPairs, 0));
+}
+
 /// The tables that may fit a half best by the perceptual measure.
 struct NearFit
 {
@@ -332,7 +341,7 @@ struct NearFit
 
 HWY_INLINE NearFit findNearTables(const NearPixels& pixels, EEtcHalf eHalf, const BasePairs& base)
 {
-    const TableSums sums = sumTables(pixels, eHalf, base);
+    const TableSums sums = sumTables(pixels, eHalf, base, k_modifierPairs, 0);
     VI least = sums.a[0];
     for (size_t uiTable = hn::Lanes(di); uiTable < k_uiTables; uiTable += hn::Lanes(di))
         least = hn::Min(least, sums.a[uiTable / hn::Lanes(di)]);
@@ -362,7 +371,7 @@ struct SplitCandidates
 HWY_INLINE void setCandidates(SplitCandidates& candidates, size_t uiHalf, const BasePairs& base, uint32_t uiTable)
 {
     const hn::CappedTag<int32_t, k_uiPositions> d4;
-    const int32_t aiBase[3] = {base.iRedGreen & 255, base.iRedGreen >> 16, base.iBlue & 255};
+    const int32_t aiBase[3] = {base.iRedGreen & 255, base.iRedGreen >> 16, base.iBlue};
     for (size_t i = 0; i < k_uiPositions; i += hn::Lanes(d4))
     {
         const auto modifiers = hn::LoadU(d4, k_aaiEtcModifiers[uiTable] + i);
@@ -372,14 +381,6 @@ HWY_INLINE void setCandidates(SplitCandidates& candidates, size_t uiHalf, const 
             hn::Store(hn::Min(hn::Max(sum, hn::Zero(d4)), hn::Set(d4, 255)), d4, candidates.aai[c] + k_uiPositions * uiHalf + i);
         }
     }
-}
-
-HWY_INLINE SplitCandidates makeCandidates(const int32_t (&base0)[3], uint32_t uiTable0, const int32_t (&base1)[3], uint32_t uiTable1)
-{
-    SplitCandidates candidates;
-    setCandidates(candidates, 0, makeBasePairs(base0), uiTable0);
-    setCandidates(candidates, 1, makeBasePairs(base1), uiTable1);
-    return candidates;
 }
 
 /// Which of the pixels, column by column, are of a split's second half, without and with flip.

@@ -29,6 +29,16 @@ EtcPixels halves(const EtcColour& first, const EtcColour& second, bool bFlip = f
     return pixels;
 }
 
+/// Two columns of black, then two of greys.
+EtcPixels blackAndColumns(uint8_t ui8Third, uint8_t ui8Fourth)
+{
+    EtcPixels pixels;
+    for (auto* const pPlane : planesOf(pixels))
+        for (size_t i = 0; i < 16; ++i)
+            (*pPlane)[i] = i % 4 < 2 ? 0 : i % 4 == 2 ? ui8Third : ui8Fourth;
+    return pixels;
+}
+
 /// Both forms are to give this block.
 void expectBlock(const EtcPixels& pixels, uint32_t ui32High, uint32_t ui32Low, double fPlainError, double fPerceptualError)
 {
@@ -118,6 +128,46 @@ TEST(EtcFastBlock, TheSecondSearchReplacesAWorseFirst)
 {
     // 128 is nearest to level 16 (132), and 132 - 5 = 127 misses by 1. Level 15 (123) meets it with + 5: table 1, index 0.
     expectBlock(flatEtcBlock(128, 128, 128), 0x78787826, 0x00000000, 0, 0);
+}
+
+TEST(EtcFastBlock, FiveBitsKeepTheLowLevelsOfGrey)
+{
+    // All halves have the mean 131.5, nearest to 132, from which 130 and 134 miss 131 by 1 and 132 by 2. The level below is 123, off
+    // by 8.5 in each channel, and 123 + 8 of table 0 misses 132 by 1 only: index 1. 3 * 8 pixels.
+    EtcPixels pixels = flatEtcBlock(131, 131, 131);
+    for (size_t i = 0; i < 16; ++i)
+        if ((i / 4 + i) % 2 == 1)
+            for (auto* const pPlane : planesOf(pixels))
+                (*pPlane)[i] = 132;
+    expectBlock(pixels, 0x78787802, 0x0000FFFF, 24, 8);
+}
+
+TEST(EtcFastBlock, FourBitsAtTheLimitOfGreyStayLow)
+{
+    // The right mean is 127, off by 8 from 119 in each channel: 3 * 64 = 192, the limit itself. 119 - 9 = 110 of table 2 misses 107
+    // by 3 (index 2), 119 + 29 misses 147 by 1 (index 1): 3 * 4 * (9 + 1). The level above, 136, would miss by 0 and 2.
+    expectBlock(blackAndColumns(107, 147), 0x07070708, 0x0FFFF0FF, 120, 40);
+}
+
+TEST(EtcFastBlock, FourBitsAboveTheLimitOfGreyGoUpInThePlainFormOnly)
+{
+    // The last pixel makes the right mean 127.25, which is nearest to 119 still, but off by 8.25: 3 * 68.0625 = 204.1875.
+    // 136 - 29 of table 2 meets 107 (index 3), 136 + 9 = 145 misses 147 by 2 and 149 by 4 (index 0): 3 * (3 * 4 + 16).
+    // 119 misses them by 3, 1 and 1 as above.
+    EtcPixels pixels = blackAndColumns(107, 147);
+    for (auto* const pPlane : planesOf(pixels))
+        (*pPlane)[15] = 149;
+    forEachInstructionSet(
+        [&]
+        {
+            EtcBlockWords words;
+            EXPECT_EQ(84.0, etcFastBlockETC1(pixels, words));
+            EXPECT_EQ(0x08080808u, words.ui32High);
+            EXPECT_EQ(0x0FFF0FFFu, words.ui32Low);
+            EXPECT_DOUBLE_EQ(40.0, etcFastBlockETC1Perceptual(pixels, words));
+            EXPECT_EQ(0x07070708u, words.ui32High);
+            EXPECT_EQ(0x0FFFF0FFu, words.ui32Low);
+        });
 }
 
 TEST(EtcFastBlock, ReturnsWhatTheDecodedBlockMeasures)

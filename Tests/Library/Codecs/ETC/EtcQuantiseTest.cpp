@@ -79,6 +79,8 @@ TEST(EtcQuantise, TheLimitItselfKeepsTheLowLevels)
     // 119 lies 8 below 127: 3 * 64 = 192, not above the limit. One eighth more is.
     expectColour(grey(7), grey(119), quantiseCombined444(greyMean(127.0f)));
     expectColour(grey(8), grey(136), quantiseCombined444(greyMean(127.125f)));
+    // 7.875^2 + 8.125^2 + 8^2 = 192.03.
+    expectColour(grey(8), grey(136), quantiseCombined444({126.875f, 127.125f, 127.0f}));
 }
 
 TEST(EtcQuantise, TheOtherFormsHaveNoLimit)

@@ -147,6 +147,95 @@ TEST(EtcTryTables, ThePerceptualMeasuresPreferGreen)
         });
 }
 
+TEST(EtcTryTables, EveryChannelHasItsOwnWeight)
+{
+    // Pixels of 102 are met by table 0's +2; one is 1 off in one channel.
+    constexpr float k_afWeights[3] = {0.299f, 0.587f, 0.114f};
+    constexpr uint32_t k_auiWeights[3] = {299, 587, 114};
+    for (size_t c = 0; c < 3; ++c)
+    {
+        EtcPixels pixels = flatEtcBlock(102, 102, 102);
+        (*planesOf(pixels)[c])[0] = 103;
+        forEachInstructionSet(
+            [&]
+            {
+                expectSameFit({0, 0, 1}, tryAllTables(pixels, eEtcLeft, k_grey100));
+                expectSameFit({0, 0, k_afWeights[c]}, tryAllTablesPerceptual(pixels, eEtcLeft, k_grey100));
+                expectSameFit({0, 0, k_auiWeights[c]}, tryAllTablesWeighted(pixels, eEtcLeft, k_grey100));
+            });
+    }
+}
+
+TEST(EtcTryTables, AFloatErrorTakesRedAndGreenFirst)
+{
+    // 255 - 183 is 72; one pixel lies 3, 5 and 7 below. In single precision 0.299 * 9 + 0.587 * 25 + 0.114 * 49 makes 22.952002,
+    // but 22.952000 if green and blue are added first.
+    EtcPixels pixels = flatEtcBlock(72, 72, 72);
+    pixels.aui8Red[0] = 69;
+    pixels.aui8Green[0] = 67;
+    pixels.aui8Blue[0] = 65;
+    constexpr float k_fRed = 0.299f * 9.0f;
+    constexpr float k_fGreen = 0.587f * 25.0f;
+    constexpr float k_fBlue = 0.114f * 49.0f;
+    constexpr float k_fExpected = (k_fRed + k_fGreen) + k_fBlue;
+    static_assert(k_fExpected != k_fRed + (k_fGreen + k_fBlue));
+    forEachInstructionSet([&] { expectSameFit({7, 0x00FF00FF, k_fExpected}, tryAllTablesPerceptual(pixels, eEtcLeft, {255, 255, 255})); });
+}
+
+TEST(EtcTryTables, FloatErrorsAreAddedDownTheColumns)
+{
+    // From white, table 7's -183 makes 72. Black pixels (k) miss it by 72 in all channels, which costs 5184 in single precision;
+    // the others by 1 in one channel (r, g or b).
+    constexpr char k_acPixels[] = "brgk"
+                                  "rbrb"
+                                  "kbgb"
+                                  "kgbg";
+    EtcPixels pixels;
+    for (size_t i = 0; i < 16; ++i)
+    {
+        const char cPixel = k_acPixels[i];
+        const auto level = [&](char cChannel) { return static_cast<uint8_t>(cPixel == 'k' ? 0 : cPixel == cChannel ? 73 : 72); };
+        pixels.aui8Red[i] = level('r');
+        pixels.aui8Green[i] = level('g');
+        pixels.aui8Blue[i] = level('b');
+    }
+    constexpr float r = 0.299f, g = 0.587f, b = 0.114f, k = 5184.0f;
+    constexpr float k_fLeft = b + r + k + k + r + b + b + g;
+    constexpr float k_fTop = b + r + r + b + g + r + k + b;
+    // The last bits differ if they are added along the rows.
+    static_assert(k_fLeft != b + r + r + b + k + b + k + g);
+    static_assert(k_fTop != b + r + g + k + r + b + r + b);
+    forEachInstructionSet(
+        [&]
+        {
+            expectSameFit({7, 0x00FF00FF, k_fLeft}, tryAllTablesPerceptual(pixels, eEtcLeft, {255, 255, 255}));
+            expectSameFit({7, 0x33333333, k_fTop}, tryAllTablesPerceptual(pixels, eEtcTop, {255, 255, 255}));
+        });
+}
+
+TEST(EtcTryTables, NearErrorsOfDifferentChannelsAreToldApart)
+{
+    // Table 5 is off by 214.771, mostly in blue, and table 6 by 214.834: closer than weights of 55, 108 and 21 can tell, which would
+    // take table 6 (39523 against 39550).
+    constexpr uint8_t k_aaui8Pixels[8][3] = {{255, 255, 110}, {158, 226, 0},  {152, 231, 0}, {203, 255, 37},
+                                             {255, 255, 108}, {203, 255, 37}, {146, 231, 0}, {208, 255, 32}};
+    EtcPixels pixels = flatEtcBlock(0, 0, 0);
+    for (size_t i = 0; i < 8; ++i)
+        for (size_t c = 0; c < 3; ++c)
+            (*planesOf(pixels)[c])[i] = k_aaui8Pixels[i][c];
+    constexpr EtcColour k_base = {179, 255, 4};
+    forEachInstructionSet(
+        [&]
+        {
+            const EtcHalfFit<uint32_t> weighted = tryAllTablesWeighted(pixels, eEtcTop, k_base);
+            EXPECT_EQ(5u, weighted.uiTable);
+            EXPECT_EQ(214771u, weighted.error);
+            const EtcHalfFit<float> perceptual = tryAllTablesPerceptual(pixels, eEtcTop, k_base);
+            EXPECT_EQ(5u, perceptual.uiTable);
+            EXPECT_NEAR(214.771f, perceptual.error, 0.001f);
+        });
+}
+
 TEST(EtcTryTables, GiveTheReferencesFits)
 {
     const std::vector<EtcPixels> blocks = makeEtcTestBlocks(52, 9000);
