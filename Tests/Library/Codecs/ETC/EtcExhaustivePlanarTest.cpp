@@ -165,17 +165,29 @@ TEST(EtcExhaustivePlanar, OfTheTwoPlanesOfASymmetricBlockTheOneWithTheLesserHori
 
 TEST(EtcExhaustivePlanar, WeightsCountInTheBoundOfTheBlockOnly)
 {
-    // Green of 101 everywhere: pixel (0, 0) is off by 1 at the levels 100 and 102.
-    const EtcPixels pixels = etctest::flatEtcBlock(101, 101, 101);
-    const auto least = etcreference::searchPlanarChannel(pixels.aui8Green, 7, 1, 1000);
-    ASSERT_TRUE(least.has_value());
-    EtcPixels decoded = decodeEtcPixelsPlanar(etcreference::packPlanarLevels({25, 25, 25}, *least, {25, 25, 25}));
-    const uint32_t uiLeast = channelError(pixels.aui8Green, decoded.aui8Green);
-    ASSERT_GT(uiLeast, 0u);
-    EtcBlockWords found = k_untouched;
-    EXPECT_TRUE(searchPlanarExhaustivePerceptual(pixels, 587 * uiLeast, 0, uiLeast, 0, found));
-    EXPECT_FALSE(searchPlanarExhaustivePerceptual(pixels, 587 * uiLeast - 1, 0, uiLeast, 0, found));
-    EXPECT_FALSE(searchPlanarExhaustivePerceptual(pixels, 587 * uiLeast, 0, uiLeast - 1, 0, found));
+    // 101 is 6-bit level 25 and 100 is 7-bit level 50. The other way round neither has a level: pixel (0, 0) is off by 1 at least.
+    const std::array<uint8_t, 3> aui8Exact = {101, 100, 101};
+    const std::array<uint8_t, 3> aui8Between = {100, 101, 100};
+    for (size_t c = 0; c < 3; ++c)
+    {
+        EtcPixels pixels = etctest::flatEtcBlock(aui8Exact[0], aui8Exact[1], aui8Exact[2]);
+        std::array<uint8_t, 16>& values = *etctest::planesOf(pixels)[c];
+        values.fill(aui8Between[c]);
+        std::array<std::array<uint32_t, 3>, 3> aaui32Levels = {{{25, 25, 25}, {50, 50, 50}, {25, 25, 25}}};
+        const auto least = etcreference::searchPlanarChannel(values, c == 1 ? 7 : 6, 1, 1000);
+        ASSERT_TRUE(least.has_value());
+        aaui32Levels[c] = *least;
+        const EtcBlockWords expected = etcreference::packPlanarLevels(aaui32Levels[0], aaui32Levels[1], aaui32Levels[2]);
+        std::array<uint32_t, 3> errors = channelErrors(pixels, decodeEtcPixelsPlanar(expected));
+        const uint32_t uiBound = k_auiPerceptual[c] * errors[c];
+        ASSERT_GT(uiBound, 0u);
+        EtcBlockWords found = k_untouched;
+        EXPECT_TRUE(searchPlanarExhaustivePerceptual(pixels, uiBound, errors[0], errors[1], errors[2], found));
+        EXPECT_EQ(expected, found);
+        EXPECT_FALSE(searchPlanarExhaustivePerceptual(pixels, uiBound - 1, errors[0], errors[1], errors[2], found));
+        --errors[c];
+        EXPECT_FALSE(searchPlanarExhaustivePerceptual(pixels, uiBound, errors[0], errors[1], errors[2], found));
+    }
 }
 
 } // namespace

@@ -184,6 +184,22 @@ TEST(EtcPunchThrough, TransparentPixelsHardlyCountInTheMeans)
     EXPECT_EQ(15u * 3, found.uiError);           // 99 in place of 100
 }
 
+TEST(EtcPunchThrough, ATransparentPixelWeighsATenThousandth)
+{
+    // In each half seven transparent pixels of 255 and one opaque pixel. The levels of a grey are those below its mean, and level 9
+    // begins at 9 * 255 / 31, 74.03. (74 + 0.0007 * 255) / 1.0007 is 74.13, and with 73 it is 73.13.
+    EtcAlphas alphas = flatAlphas(0);
+    alphas.aui8[0] = alphas.aui8[15] = 255;
+    for (const uint8_t ui8Grey : {uint8_t{73}, uint8_t{74}})
+    {
+        EtcPixels pixels = etctest::flatEtcBlock(255, 255, 255);
+        for (auto* const pPlane : etctest::planesOf(pixels))
+            (*pPlane)[0] = (*pPlane)[15] = ui8Grey;
+        const uint32_t uiLevel = ui8Grey == 73 ? 8 : 9;
+        EXPECT_EQ(uiLevel * 0x080808, findDifferential(pixels, alphas, true).block.ui32High >> 8);
+    }
+}
+
 /// A grey block with one value in the left half and another in the right.
 EtcPixels greyHalves(uint8_t ui8Left, uint8_t ui8Right)
 {
@@ -381,6 +397,37 @@ TEST(EtcPunchThrough, AnHBlockIsTakenWhereBlackIsLess)
         ASSERT_EQ(expected, block);
     }
     EXPECT_GT(iTaken, 20);
+}
+
+TEST(EtcPunchThrough, OpaqueModesHaveToBeatABlackHBlock)
+{
+    // As before without a transparent pixel, and with few colours, so that opaque modes come near.
+    testsupport::CSeededRandom random(911);
+    for (int i = 0; i < 3000; ++i)
+    {
+        EtcColour aColours[2];
+        for (EtcColour& colour : aColours)
+            colour = {static_cast<uint8_t>(random.below(256)), static_cast<uint8_t>(random.below(256)),
+                      static_cast<uint8_t>(random.below(256))};
+        EtcPixels pixels;
+        EtcAlphas alphas = flatAlphas(128);
+        for (size_t uiPixel = 0; uiPixel < 16; ++uiPixel)
+        {
+            EtcColour colour = aColours[random.below(2)];
+            if (random.below(8) == 0)
+            {
+                const auto ui8Dark = static_cast<uint8_t>(random.below(12));
+                colour = {ui8Dark, ui8Dark, static_cast<uint8_t>(ui8Dark + random.below(12))};
+                alphas.aui8[uiPixel] = 255;
+            }
+            pixels.aui8Red[uiPixel] = colour[0];
+            pixels.aui8Green[uiPixel] = colour[1];
+            pixels.aui8Blue[uiPixel] = colour[2];
+        }
+        EtcBlockWords expected;
+        etcreference::etcFastBlockETC2A1(pixels, alphas, expected);
+        ASSERT_EQ(expected, encode(pixels, alphas)) << "block " << i;
+    }
 }
 
 } // namespace
