@@ -39,6 +39,16 @@ EtcPixels blackAndColumns(uint8_t ui8Third, uint8_t ui8Fourth)
     return pixels;
 }
 
+/// Two greys by turns across and down.
+EtcPixels chequered(uint8_t ui8First, uint8_t ui8Second)
+{
+    EtcPixels pixels;
+    for (auto* const pPlane : planesOf(pixels))
+        for (size_t i = 0; i < 16; ++i)
+            (*pPlane)[i] = (i / 4 + i) % 2 == 0 ? ui8First : ui8Second;
+    return pixels;
+}
+
 /// Both forms are to give this block.
 void expectBlock(const EtcPixels& pixels, uint32_t ui32High, uint32_t ui32Low, double fPlainError, double fPerceptualError)
 {
@@ -130,16 +140,18 @@ TEST(EtcFastBlock, TheSecondSearchReplacesAWorseFirst)
     expectBlock(flatEtcBlock(128, 128, 128), 0x78787826, 0x00000000, 0, 0);
 }
 
+TEST(EtcFastBlock, AMeanHalfwayBetweenLevelsGoesUp)
+{
+    // All halves have the mean 127.5, which is level 15.5: 16 (132), whose - 5 of table 1 meets 127 and misses 128 by 1: index 2.
+    // The second search takes 15 (123), whose + 5 is as good. 3 * 8 pixels.
+    expectBlock(chequered(127, 128), 0x80808026, 0xFFFF0000, 24, 8);
+}
+
 TEST(EtcFastBlock, FiveBitsKeepTheLowLevelsOfGrey)
 {
     // All halves have the mean 131.5, nearest to 132, from which 130 and 134 miss 131 by 1 and 132 by 2. The level below is 123, off
     // by 8.5 in each channel, and 123 + 8 of table 0 misses 132 by 1 only: index 1. 3 * 8 pixels.
-    EtcPixels pixels = flatEtcBlock(131, 131, 131);
-    for (size_t i = 0; i < 16; ++i)
-        if ((i / 4 + i) % 2 == 1)
-            for (auto* const pPlane : planesOf(pixels))
-                (*pPlane)[i] = 132;
-    expectBlock(pixels, 0x78787802, 0x0000FFFF, 24, 8);
+    expectBlock(chequered(131, 132), 0x78787802, 0x0000FFFF, 24, 8);
 }
 
 TEST(EtcFastBlock, FourBitsAtTheLimitOfGreyStayLow)
