@@ -150,6 +150,21 @@ TEST(EtcExhaustiveBlock, OfTheModesThatETC2AddsPlanarStandsBeforeHAndHBeforeT)
         }
 }
 
+TEST(EtcExhaustiveBlock, IndividualStandsBeforePlanarAndBehindItByThePerceptualMeasure)
+{
+    // A flat grey of 12 is 17 - 5 from the level of its mean in individual mode (table 1, position 1, index 2) and a plane (3 of six
+    // bits, 6 of seven). The fast search's level 1, byte 8, reaches 13, and T and H mode 17 - 6.
+    const EtcPixels pixels = etctest::flatEtcBlock(12, 12, 12);
+    EtcBlockWords words;
+    etcExhaustiveBlockETC2(pixels, words);
+    EXPECT_EQ(0x11111124u, words.ui32High);
+    EXPECT_EQ(0xFFFF0000u, words.ui32Low);
+    etcExhaustiveBlockETC2Perceptual(pixels, words);
+    ASSERT_NE(0u, words.ui32High & k_ui32EtcDiffBit);
+    EXPECT_EQ(eEtcPlanar, getEtcDifferentialMode(words.ui32High));
+    EXPECT_EQ(0.0, blockErrorRGB(pixels, decodeEtcPixelsETC2(words)));
+}
+
 TEST(EtcExhaustiveBlock, ADifferentialBlockThatWonByTheErrorOfRowsIsWorseThanTheFastOne)
 {
     // Greys of 97 above and 121 below: a pair of rows costs nothing, as EtcExhaustiveDifferentialTest.cpp works out, and the upright
