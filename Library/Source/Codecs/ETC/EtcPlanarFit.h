@@ -17,8 +17,7 @@ struct EtcPlanarLevels
 /// The compact planar words.
 [[nodiscard]] EtcBlockWords packPlanar(const EtcPlanarLevels& levels);
 
-/// Fits the plane of least squares to each channel of a block, and rounds its three colours to their
-/// levels.
+/// Fits the plane of least squares to each channel of a block, clamps its three colours to bytes and rounds them to their levels.
 /// @return the compact planar words
 [[nodiscard]] EtcBlockWords planarFit(const EtcPixels& pixels);
 

@@ -59,6 +59,9 @@ constexpr IndependentBlock k_aIndependentRefinements[] = {
     {{0x6D123C, 0x6A153C, 0x6A153C, 0x6A1239, 0x6A1239, 0x6D1539, 0x6D153C, 0x6D1239, 0x6A1539, 0x6A1539, 0x6A1539, 0x6D153C, 0x6D1539,
       0x6D153C, 0x6D1239, 0x6A1539},
      {0xB015B092, 0x00000000}},
+    {{0x9B3E1D, 0x69CB50, 0x000B37, 0xE3D144, 0x2B9961, 0xE6EEC9, 0xDC4022, 0x4268DB, 0xF67BF7, 0x382D6C, 0x0D9FA7, 0x704BA1, 0x987137,
+      0xF44E2F, 0x0ECF03, 0xFB12AA},
+     {0x6BF31BBE, 0x6D528BC9}},
 };
 
 } // namespace
@@ -100,6 +103,13 @@ TEST(EtcHModes, EqualErrorsKeepTheFirstPaintAndDistance)
 {
     // All paints are 1 off by some distance; level 0 clamps to 0 at every distance, and paint 1 comes before paint 3.
     forEachInstructionSet([&] { expectFit(hBlockError(flatEtcBlock(0, 0, 0), greyLevels(0, 0)), {greyLevels(0, 0), 0, 0x55555555, 0}); });
+}
+
+TEST(EtcHModes, WhiteIsExactAtWhitePlusADistance)
+{
+    // 255 + 3 is clamped to 255, paint 2.
+    const EtcPixels white = flatEtcBlock(255, 255, 255);
+    forEachInstructionSet([&] { expectFit(hBlockError(white, greyLevels(4, 15)), {greyLevels(4, 15), 0, 0xAAAAAAAA, 0}); });
 }
 
 TEST(EtcHModes, WeightsAre299And587And114)

@@ -56,6 +56,13 @@ TEST(EtcPlanarFit, APerfectGradientGetsTheNearestLevelsOfItsCorners)
     EXPECT_EQ(88.0, blockErrorRGB(pixels, decodeEtcPixelsPlanar(words)));
 }
 
+TEST(EtcPlanarFit, ACornerBecomesTheNearestLevelOfItsBits)
+{
+    // 253 * 63 / 255 = 62.51 and 250 * 127 / 255 = 124.51; 252 * 63 / 255 = 62.26 and 249 * 127 / 255 = 124.01.
+    EXPECT_EQ(packPlanar({{63, 125, 63}, {63, 125, 63}, {63, 125, 63}}), planarFit(etctest::flatEtcBlock(253, 250, 253)));
+    EXPECT_EQ(packPlanar({{62, 124, 62}, {62, 124, 62}, {62, 124, 62}}), planarFit(etctest::flatEtcBlock(252, 249, 252)));
+}
+
 TEST(EtcPlanarFit, CornersBeyondTheRangeOfAByteAreClamped)
 {
     // Across 340 at (4, 0), down likewise.
