@@ -141,6 +141,23 @@ TEST(EtcExhaustiveDifferential, APairOfTopAndBottomComesBeforeThatOfLeftAndRight
         });
 }
 
+TEST(EtcExhaustiveDifferential, ColoursThatReachTheBoundInEveryHalfAreLeftOut)
+{
+    // Red and blue 30, green 31: no modifier gives both exactly, as no two bytes of levels follow each other. So a half costs 8 at
+    // the least: level 11, byte 90, less 60 in all three, which is off by 1 in green. The means' level 4, byte 33, less 2 is off by 1
+    // in red and blue, which costs a half 16.
+    const EtcPixels pixels = etctest::flatEtcBlock(30, 31, 30);
+    forEachInstructionSet(
+        [&]
+        {
+            EtcBlockWords words;
+            EXPECT_EQ(32u, searchDifferentialExhaustive(pixels, 8, words));
+            EXPECT_EQ(16u, searchDifferentialExhaustive(pixels, 9, words));
+            EXPECT_EQ(0x20202002u, words.ui32High);
+            EXPECT_EQ(0xFFFF0000u, words.ui32Low);
+        });
+}
+
 TEST(EtcExhaustiveDifferential, OfEqualPairsOfLeftAndRightTheFirstStands)
 {
     // Greys of 8 at left and 10 at right, which no base reaches together. The first colour that reaches 8 is 000 (table 0,

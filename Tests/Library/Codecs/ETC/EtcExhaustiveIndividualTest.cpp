@@ -86,6 +86,25 @@ TEST(EtcExhaustiveIndividual, UnderABoundOfZeroTheMeansStand)
         });
 }
 
+TEST(EtcExhaustiveIndividual, ColoursWhoseRedAndGreenReachTheBoundInEveryHalfAreLeftOut)
+{
+    // Red and blue 30, green 31: no modifier gives both exactly, as no two bytes of levels follow each other. So red and green cost a
+    // half 8 at the least: 17 + 13 in all three (table 3, position 2, index 0), which is off by 1 in green. The means' level 2, byte
+    // 34, less 5 (table 1, position 1, index 2) is off by 1, 2 and 1, which costs a half 48.
+    const EtcPixels pixels = etctest::flatEtcBlock(30, 31, 30);
+    forEachInstructionSet(
+        [&]
+        {
+            EtcBlockWords words;
+            EXPECT_EQ(96u, searchIndividualExhaustive(pixels, 8, words));
+            EXPECT_EQ(0x22222224u, words.ui32High);
+            EXPECT_EQ(0xFFFF0000u, words.ui32Low);
+            EXPECT_EQ(16u, searchIndividualExhaustive(pixels, 9, words));
+            EXPECT_EQ(0x1111116Cu, words.ui32High);
+            EXPECT_EQ(0u, words.ui32Low);
+        });
+}
+
 TEST(EtcExhaustiveIndividual, OfEqualColoursTheFirstStands)
 {
     // A grey of 30 is 17 + 13 (table 3, position 2, index 0), the only exact one below the means' level 2, byte 34. Both halves
