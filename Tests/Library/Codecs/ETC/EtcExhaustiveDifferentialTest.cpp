@@ -39,6 +39,12 @@ TEST(EtcExhaustiveDifferential, GivesTheReferenceBlocksByThePerceptualMeasure)
                                      blocks);
 }
 
+TEST(EtcExhaustiveDifferential, BlocksOfOneChannelGiveTheReferenceBlocks)
+{
+    const auto blocks = etctest::makeBlocksOfOneChannel(99, 24);
+    etctest::expectReferenceSearches(searchDifferentialExhaustive, k_pReference, etcFastBlockETC1, 1.0, blocks);
+}
+
 TEST(EtcExhaustiveDifferential, ErrorsAboutTheLimitOfSixteenBitsGiveTheReferenceBlocks)
 {
     const auto getStart = [](const EtcPixels& pixels) { return etcAverageDifferential<EEtcMeasure::ePlain>(pixels).uiError; };

@@ -28,6 +28,24 @@ inline std::vector<EtcPixels> makeBlocksForSlowSearch(uint32_t uiSeed, size_t ui
     return blocks;
 }
 
+/// Little noise in one channel, the others 0 or 255, where most modifiers are cut off: what the channels cost on their own is then
+/// what the halves cost, so that errors come right up to the limits. Fewer under the sanitisers.
+inline std::vector<EtcPixels> makeBlocksOfOneChannel(uint32_t uiSeed, size_t uiCount)
+{
+    CSeededRandom random(uiSeed);
+    std::vector<EtcPixels> blocks(testsupport::fewerIfSanitised(uiCount));
+    for (size_t i = 0; i < blocks.size(); ++i)
+    {
+        paintExtreme(random, blocks[i]);
+        for (auto* const pPlane : planesOf(blocks[i]))
+            pPlane->fill(pPlane->front());
+        const auto iBase = static_cast<int32_t>(random.below(256));
+        for (uint8_t& ui8Value : *planesOf(blocks[i])[i % 3])
+            ui8Value = toByte(iBase + around(random, 1 + static_cast<int32_t>(i % 4)));
+    }
+    return blocks;
+}
+
 /// Noise that gets stronger, those blocks whose start costs a little less or more than 65535. Fewer under the sanitisers.
 /// @param getStart  pixels -> error
 template <typename GetStart>

@@ -43,6 +43,12 @@ TEST(EtcExhaustiveIndividual, GivesTheErrorOfTheDecodedBlock)
     }
 }
 
+TEST(EtcExhaustiveIndividual, BlocksOfOneChannelGiveTheReferenceBlocks)
+{
+    const auto blocks = etctest::makeBlocksOfOneChannel(98, 90);
+    etctest::expectReferenceSearches(searchIndividualExhaustive, k_pReference, etcFastBlockETC1, 1.0, blocks);
+}
+
 TEST(EtcExhaustiveIndividual, ErrorsAboutTheLimitOfSixteenBitsGiveTheReferenceBlocks)
 {
     const auto getStart = [](const EtcPixels& pixels) { return etcAverageIndividual<EEtcMeasure::ePlain>(pixels).uiError; };
