@@ -45,6 +45,23 @@ TEST(EtcExhaustiveDifferential, BlocksOfOneChannelGiveTheReferenceBlocks)
     etctest::expectReferenceSearches(searchDifferentialExhaustive, k_pReference, etcFastBlockETC1, 1.0, blocks);
 }
 
+TEST(EtcExhaustiveDifferential, ColoursWhoseRedAndGreenCostJustTheBoundAreLeftOut)
+{
+    EtcPixels pixels = etctest::flatEtcBlock(255, 255, 255);
+    pixels.aui8Green = {66, 62, 65, 62, 63, 65, 66, 64, 65, 62, 64, 66, 66, 63, 62, 62};
+    etctest::expectReferenceSearch(searchDifferentialExhaustive, k_pReference, pixels, 26);
+}
+
+TEST(EtcExhaustiveDifferential, AFirstColourThatOneHalfAllowsIsTriedForTheOther)
+{
+    // The half that is below the bound costs too much to matter itself.
+    const EtcPixels pixels = {{88, 88, 90, 90, 87, 88, 91, 91, 91, 88, 88, 91, 91, 91, 91, 91},
+                              {152, 152, 152, 152, 152, 154, 150, 151, 154, 152, 152, 154, 154, 153, 154, 153},
+                              {72, 71, 72, 72, 72, 71, 74, 71, 72, 74, 72, 70, 70, 74, 70, 71}};
+    for (uint32_t uiBound = 76; uiBound < 82; ++uiBound)
+        etctest::expectReferenceSearch(searchDifferentialExhaustive, k_pReference, pixels, uiBound);
+}
+
 TEST(EtcExhaustiveDifferential, ErrorsAboutTheLimitOfSixteenBitsGiveTheReferenceBlocks)
 {
     const auto getStart = [](const EtcPixels& pixels) { return etcAverageDifferential<EEtcMeasure::ePlain>(pixels).uiError; };

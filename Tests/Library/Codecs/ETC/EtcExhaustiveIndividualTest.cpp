@@ -49,6 +49,15 @@ TEST(EtcExhaustiveIndividual, BlocksOfOneChannelGiveTheReferenceBlocks)
     etctest::expectReferenceSearches(searchIndividualExhaustive, k_pReference, etcFastBlockETC1, 1.0, blocks);
 }
 
+TEST(EtcExhaustiveIndividual, AColourThatIsBetterByOneAloneIsFound)
+{
+    // A half comes from an error of 1 to 0.
+    EtcPixels pixels = etctest::flatEtcBlock(255, 255, 255);
+    for (const size_t i : {1, 3, 4})
+        pixels.aui8Green[i] = 253;
+    etctest::expectReferenceSearch(searchIndividualExhaustive, k_pReference, pixels, UINT32_MAX);
+}
+
 TEST(EtcExhaustiveIndividual, ErrorsAboutTheLimitOfSixteenBitsGiveTheReferenceBlocks)
 {
     const auto getStart = [](const EtcPixels& pixels) { return etcAverageIndividual<EEtcMeasure::ePlain>(pixels).uiError; };
