@@ -128,13 +128,14 @@ TEST(EtcPairSearch, EveryBoundGivesTheReferencePairs)
 {
     // Bounds on both sides of 65536, where the sums change to coarser units, and far above every error. A block meets every other
     // one by one measure and the rest by the other.
-    constexpr uint32_t auiBounds[] = {300, 65534, 65535, 65536, 65537, 1040400000};
     const std::vector<EtcPixels> blocks = etctest::makeEtcTestBlocks(43, testsupport::fewerIfSanitised(9));
     for (size_t i = 0; i < blocks.size(); ++i)
         for (const bool bPerceptual : {false, true})
+        {
+            const EtcPixels& pixels = blocks[i];
+            const uint32_t auiBounds[] = {300, 65534, 65535, 65536, bPerceptual ? 1040400000u : 65537u};
             for (size_t uiPlace = (i + (bPerceptual ? 1 : 0)) % 2; uiPlace < std::size(auiBounds); uiPlace += 2)
             {
-                const EtcPixels& pixels = blocks[i];
                 const uint32_t uiBound = auiBounds[uiPlace];
                 const auto& aiWeights = bPerceptual ? etcreference::k_aiPerceptualWeights : etcreference::k_aiPlainWeights;
                 const auto& auiWeights = bPerceptual ? k_auiPerceptual : k_auiPlain;
@@ -149,4 +150,5 @@ TEST(EtcPairSearch, EveryBoundGivesTheReferencePairs)
                                    pairH.bImproved ? pairH.uiSecond : k_nothing.uiSecond, find(pixels, eEtcPairsH, uiBound, auiWeights));
                     });
             }
+        }
 }
