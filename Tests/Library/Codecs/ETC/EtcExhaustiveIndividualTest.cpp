@@ -53,7 +53,7 @@ TEST(EtcExhaustiveIndividual, AColourThatIsBetterByOneAloneIsFound)
 {
     // A half comes from an error of 1 to 0.
     EtcPixels pixels = etctest::flatEtcBlock(255, 255, 255);
-    for (const size_t i : {1, 3, 4})
+    for (const size_t i : {size_t{1}, size_t{3}, size_t{4}})
         pixels.aui8Green[i] = 253;
     etctest::expectReferenceSearch(searchIndividualExhaustive, k_pReference, pixels, UINT32_MAX);
 }

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "ReferenceEtcExhaustiveHalves.h"
 #include "ReferenceEtcExhaustiveH.h"
+#include "ReferenceEtcExhaustiveHalves.h"
 #include "ReferenceEtcExhaustivePlanar.h"
 #include "ReferenceEtcExhaustiveT.h"
 #include "ReferenceEtcFastBlock.h"
