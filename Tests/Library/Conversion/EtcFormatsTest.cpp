@@ -13,12 +13,14 @@
 #include "Conversion/Transcode.h"
 #include "Core/ByteOrder.h"
 #include "Formats/FormatNames.h"
+#include "Library/Conversion/EnlargedLevel.h"
 #include "Support/SeededPictures.h"
 #include "Texture/SurfaceWalk.h"
 
 // ETC1, ETC2 and EAC on the whole road between formats; what the codec does with one surface is tested beside it.
 
 using namespace moxtexture;
+using conversiontest::enlargeLevel;
 
 namespace
 {
@@ -95,23 +97,6 @@ Bytes pixelsOf(const Row& row, const Bytes& blocks, uint32_t uiWidth, uint32_t u
 {
     Bytes pixels(size_t{uiWidth} * uiHeight * row.uiPixelBytes);
     EXPECT_EQ(pixels.size(), etcDecompressImage(blocks.data(), pixels.data(), uiWidth, uiHeight, row.eFormat, bSigned));
-    return pixels;
-}
-
-/// A level as the codec gets it: at least 4 by 4, whose rows start where those of the level do and run on into what follows, with zeros
-/// past the end of the texture.
-Bytes enlarge(const CMOXTexture& texture, uint32_t uiPixelBytes, uint32_t uiLevel, uint32_t uiMember, uint32_t uiFace)
-{
-    const uint32_t uiWidth = std::max(texture.getWidth(uiLevel), 4u), uiHeight = std::max(texture.getHeight(uiLevel), 4u);
-    const uint8_t* pSurface = texture.getDataPtr(uiLevel, uiMember, uiFace);
-    const auto uiThere = static_cast<size_t>(texture.getDataPtr() + texture.getBlockSize() - pSurface);
-    Bytes pixels(size_t{uiWidth} * uiHeight * uiPixelBytes);
-    for (size_t i = 0; i < pixels.size(); ++i)
-    {
-        const size_t x = i / uiPixelBytes % uiWidth, y = i / uiPixelBytes / uiWidth;
-        const size_t uiPlace = (y * texture.getWidth(uiLevel) + x) * uiPixelBytes + i % uiPixelBytes;
-        pixels[i] = uiPlace < uiThere ? pSurface[uiPlace] : 0;
-    }
     return pixels;
 }
 
@@ -230,27 +215,28 @@ TEST(EtcFormats, TakeChainsDownToOnePixelOfPicturesCubesAndArraysEnlargedWhereAL
             ASSERT_TRUE(toFormat(encoded, row.eFormat));
             CMOXTexture decoded = encoded;
             ASSERT_EQ(original.getBlockSize(), decompressTexture(decoded));
-            walkSurfaces(
-                original,
-                [&](uint32_t uiLevel, uint32_t uiMember, uint32_t uiFace)
-                {
-                    const uint32_t uiWidth = original.getWidth(uiLevel), uiHeight = original.getHeight(uiLevel);
-                    const uint32_t uiRaisedWidth = std::max(uiWidth, 4u), uiRaisedHeight = std::max(uiHeight, 4u);
-                    const Bytes blocks =
-                        blocksOf(row, enlarge(original, row.uiPixelBytes, uiLevel, uiMember, uiFace), uiRaisedWidth, uiRaisedHeight);
-                    EXPECT_EQ(blocks, surfaceOf(encoded, uiLevel, uiMember, uiFace)) << uiLevel << ' ' << uiMember << ' ' << uiFace;
+            walkSurfaces(original,
+                         [&](uint32_t uiLevel, uint32_t uiMember, uint32_t uiFace)
+                         {
+                             const uint32_t uiWidth = original.getWidth(uiLevel), uiHeight = original.getHeight(uiLevel);
+                             const uint32_t uiRaisedWidth = std::max(uiWidth, 4u), uiRaisedHeight = std::max(uiHeight, 4u);
+                             const Bytes level = enlargeLevel(original, 4, 4, row.uiPixelBytes, uiLevel, uiMember, uiFace);
+                             const Bytes blocks = blocksOf(row, level, uiRaisedWidth, uiRaisedHeight);
+                             EXPECT_EQ(blocks, surfaceOf(encoded, uiLevel, uiMember, uiFace))
+                                 << uiLevel << ' ' << uiMember << ' ' << uiFace;
 
-                    // Decoded it is the corner of the enlarged picture.
-                    const Bytes raised = pixelsOf(row, blocks, uiRaisedWidth, uiRaisedHeight);
-                    Bytes corner;
-                    for (size_t y = 0; y < uiHeight; ++y)
-                    {
-                        const auto pRow = raised.begin() + static_cast<ptrdiff_t>(y * uiRaisedWidth * row.uiPixelBytes);
-                        corner.insert(corner.end(), pRow, pRow + uiWidth * row.uiPixelBytes);
-                    }
-                    EXPECT_EQ(corner, surfaceOf(decoded, uiLevel, uiMember, uiFace)) << uiLevel << ' ' << uiMember << ' ' << uiFace;
-                    return true;
-                });
+                             // Decoded it is the corner of the enlarged picture.
+                             const Bytes raised = pixelsOf(row, blocks, uiRaisedWidth, uiRaisedHeight);
+                             Bytes corner;
+                             for (size_t y = 0; y < uiHeight; ++y)
+                             {
+                                 const auto pRow = raised.begin() + static_cast<ptrdiff_t>(y * uiRaisedWidth * row.uiPixelBytes);
+                                 corner.insert(corner.end(), pRow, pRow + uiWidth * row.uiPixelBytes);
+                             }
+                             EXPECT_EQ(corner, surfaceOf(decoded, uiLevel, uiMember, uiFace))
+                                 << uiLevel << ' ' << uiMember << ' ' << uiFace;
+                             return true;
+                         });
         }
 }
 

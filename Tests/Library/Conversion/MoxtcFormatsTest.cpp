@@ -12,6 +12,7 @@
 #include "Conversion/DecompressSurface.h"
 #include "Conversion/Transcode.h"
 #include "Formats/FormatNames.h"
+#include "Library/Conversion/EnlargedLevel.h"
 #include "Support/SeededPictures.h"
 #include "Texture/SurfaceWalk.h"
 
@@ -88,24 +89,6 @@ Bytes pixelsOf(const Row& row, const uint8_t* pBlocks, uint32_t uiWidth, uint32_
 {
     Bytes pixels(size_t{uiWidth} * uiHeight * 4);
     EXPECT_EQ(pixels.size(), MOXTCDecompress(pBlocks, pixels.data(), uiWidth, uiHeight, row.b2bpp, row.bII));
-    return pixels;
-}
-
-/// A level as the codec gets it: at least as large as the smallest surface, whose rows start where those of the level do and run on into
-/// what follows, with zeros past the end of the texture.
-Bytes enlarge(const CMOXTexture& texture, const Row& row, uint32_t uiLevel, uint32_t uiMember, uint32_t uiFace)
-{
-    const uint32_t uiWidth = std::max(texture.getWidth(uiLevel), row.uiLeastWidth);
-    const uint32_t uiHeight = std::max(texture.getHeight(uiLevel), row.uiLeastHeight);
-    const uint8_t* pSurface = texture.getDataPtr(uiLevel, uiMember, uiFace);
-    const auto uiThere = static_cast<size_t>(texture.getDataPtr() + texture.getBlockSize() - pSurface);
-    Bytes pixels(size_t{uiWidth} * uiHeight * 4);
-    for (size_t i = 0; i < pixels.size(); ++i)
-    {
-        const size_t x = i / 4 % uiWidth, y = i / 4 / uiWidth;
-        const size_t uiPlace = (y * texture.getWidth(uiLevel) + x) * 4 + i % 4;
-        pixels[i] = uiPlace < uiThere ? pSurface[uiPlace] : 0;
-    }
     return pixels;
 }
 
@@ -237,7 +220,9 @@ TEST(MoxtcFormats, TakeChainsDownToOnePixelOfPicturesCubesAndArraysEnlargedWhere
                     const uint32_t uiWidth = original.getWidth(uiLevel), uiHeight = original.getHeight(uiLevel);
                     const uint32_t uiRaisedWidth = std::max(uiWidth, row.uiLeastWidth);
                     const uint32_t uiRaisedHeight = std::max(uiHeight, row.uiLeastHeight);
-                    const Bytes blocks = blocksOf(row, enlarge(original, row, uiLevel, uiMember, uiFace), uiRaisedWidth, uiRaisedHeight);
+                    const Bytes blocks = blocksOf(
+                        row, conversiontest::enlargeLevel(original, row.uiLeastWidth, row.uiLeastHeight, 4, uiLevel, uiMember, uiFace),
+                        uiRaisedWidth, uiRaisedHeight);
                     EXPECT_EQ(blocks, surfaceOf(encoded, uiLevel, uiMember, uiFace)) << uiLevel << ' ' << uiMember << ' ' << uiFace;
 
                     // Decoded it is the corner of the enlarged picture.
