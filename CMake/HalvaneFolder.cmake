@@ -39,6 +39,16 @@ function(halvane_files_of_stems directory result)
     set(${result} ${files} PARENT_SCOPE)
 endfunction()
 
+# Precompiles headers that most sources of a target include, where it has enough of them to pay.
+function(halvane_precompile target)
+    get_target_property(sources ${target} SOURCES)
+    list(FILTER sources INCLUDE REGEX "\\.cpp$")
+    list(LENGTH sources count)
+    if(HALVANE_PRECOMPILE AND count GREATER 3)
+        target_precompile_headers(${target} PRIVATE ${ARGN})
+    endif()
+endfunction()
+
 # A program with GoogleTest cases, registered case by case with CTest.
 function(halvane_tests program directory)
     cmake_parse_arguments(PARSE_ARGV 2 arg "WIDGETS" "" "SOURCES;USES;LINK")
@@ -55,6 +65,11 @@ function(halvane_tests program directory)
     target_compile_definitions(${program} PRIVATE HALVANE_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
     # Half the compile time, and what has to be fast is in the libraries.
     target_compile_options(${program} PRIVATE $<$<CONFIG:Release>:-O1>)
+    if(arg_WIDGETS)
+        halvane_precompile(${program} <gmock/gmock.h> <gtest/gtest.h> <QtTest/QtTest> <QtWidgets/QtWidgets>)
+    else()
+        halvane_precompile(${program} <gmock/gmock.h> <gtest/gtest.h>)
+    endif()
     gtest_discover_tests(${program} DISCOVERY_MODE PRE_TEST)
 endfunction()
 

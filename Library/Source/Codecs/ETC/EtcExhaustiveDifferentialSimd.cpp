@@ -4,7 +4,6 @@
 
 #include "Codecs/ETC/EtcExhaustiveHalves.h"
 
-#define HWY_DISABLED_TARGETS (HWY_SVE | HWY_SVE2 | HWY_SVE_256 | HWY_SVE2_128 | HWY_RVV)
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "Codecs/ETC/EtcExhaustiveDifferentialSimd.cpp"
 #include <hwy/foreach_target.h>

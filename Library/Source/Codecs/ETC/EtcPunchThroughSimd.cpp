@@ -1,7 +1,5 @@
 #include "Codecs/ETC/EtcPunchThroughSearch.h"
 
-// Vectors stand in arrays, so they need a size that the compiler knows.
-#define HWY_DISABLED_TARGETS (HWY_SVE | HWY_SVE2 | HWY_SVE_256 | HWY_SVE2_128 | HWY_RVV)
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "Codecs/ETC/EtcPunchThroughSimd.cpp"
 #include <hwy/foreach_target.h>

@@ -2,8 +2,6 @@
 
 #include <cstring>
 
-// Vectors go through arrays of a size that the compiler knows.
-#define HWY_DISABLED_TARGETS (HWY_SVE | HWY_SVE2 | HWY_SVE_256 | HWY_SVE2_128 | HWY_RVV)
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "Codecs/Packed/SharedExponentSimd.cpp"
 #include <hwy/foreach_target.h>

@@ -4,8 +4,6 @@
 
 #include "Codecs/MOXTC/Block/Modulation.h"
 
-// Vectors stand in structures, so they need a size that the compiler knows.
-#define HWY_DISABLED_TARGETS (HWY_SVE | HWY_SVE2 | HWY_SVE_256 | HWY_SVE2_128 | HWY_RVV)
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "Codecs/MOXTC/Block/UnpackStripSimd.cpp"
 #include <hwy/foreach_target.h>
